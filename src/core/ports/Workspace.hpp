@@ -1,0 +1,29 @@
+#pragma once
+
+#include "core/ports/Geometry.hpp"
+#include "core/ports/PlatformImage.hpp"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace quillet {
+
+// What the core needs of NSWorkspace, NSRunningApplication and NSFileManager.
+class Workspace {
+public:
+    virtual ~Workspace() = default;
+
+    // The installed application registered under exactly this bundle identifier.
+    virtual std::optional<std::string> applicationPath(const std::string& bundleID) const = 0;
+    // The file manager's display name of a path (may or may not include ".app").
+    virtual std::string displayName(const std::string& path) const = 0;
+    // The workspace's icon for a file.
+    virtual ImageRef icon(const std::string& path) const = 0;
+    // Processes of the running applications with this bundle identifier, in the platform's order.
+    virtual std::vector<Pid> runningProcesses(const std::string& bundleID) const = 0;
+    // The bundle identifier of the frontmost application, if it has one.
+    virtual std::optional<std::string> frontmostBundleID() const = 0;
+};
+
+} // namespace quillet
