@@ -1,0 +1,175 @@
+#include "core/menubar/ItemEnumerator.hpp"
+
+#include "core/app/BundleIdentity.hpp"
+#include "core/menubar/WindowValueReading.hpp"
+#include "core/ports/DisplayGeometry.hpp"
+#include "core/ports/WindowListSource.hpp"
+#include "core/support/Text.hpp"
+
+#include <algorithm>
+#include <unordered_map>
+
+namespace quillet {
+
+namespace {
+
+constexpr std::int64_t kMinItemLayer = 20;
+constexpr std::int64_t kMaxItemLayer = 30;
+constexpr double kMaxItemHeight = 44.0;
+constexpr double kMaxItemWidth = 600.0;
+
+bool isOwnName(std::string_view name) {
+    return name.starts_with(kOwnNamePrefix) || name == kBundleIdentifier;
+}
+
+// Reads one window description into an item, or nothing when it cannot be a menu bar item.
+// Layer and size are checked first, so most windows cost two lookups and no string.
+std::optional<MenuBarItem> readItem(const WindowRecord& record, Pid ownPID) {
+    auto layer = readInteger(record.value(WindowKey::layer));
+    if (!layer || *layer < kMinItemLayer || *layer > kMaxItemLayer) {
+        return std::nullopt;
+    }
+    auto frame = readRect(record.value(WindowKey::bounds));
+    if (!frame || frame->height() > kMaxItemHeight || frame->width() <= 0.0 ||
+        frame->width() > kMaxItemWidth) {
+        return std::nullopt;
+    }
+    MenuBarItem item;
+    item.layer = *layer;
+    item.frame = *frame;
+    item.ownerPID = readInt32(record.value(WindowKey::ownerPID)).value_or(0);
+    item.windowID = readUInt32(record.value(WindowKey::number)).value_or(0);
+    item.ownerName = readString(record.value(WindowKey::ownerName)).value_or("");
+    item.windowName = readString(record.value(WindowKey::name));
+    if (item.windowName && item.windowName->empty()) {
+        item.windowName.reset();
+    }
+    item.isOwnControlItem =
+        item.ownerPID == ownPID || (item.windowName && isOwnName(*item.windowName));
+    return item;
+}
+
+double distanceFromRightEdge(const MenuBarItem& item, const std::vector<Rect>& displays) {
+    auto display = displayIndexContaining(displays, item.frame.center());
+    const Rect& edge = display ? displays[*display] : item.frame;
+    return edge.maxX() - item.frame.maxX();
+}
+
+struct Candidate {
+    MenuBarItem item;
+    double distance;
+};
+
+// Keeps the first candidate of each key, unless a later one has a bundle identifier that the
+// stored one lacks. First-seen order is kept, so that equal distances sort the same way on
+// every run.
+class CandidateSet {
+public:
+    void offer(const std::string& key, Candidate candidate) {
+        auto [slot, inserted] = index_.try_emplace(key, entries_.size());
+        if (inserted) {
+            entries_.push_back(std::move(candidate));
+        } else if (!entries_[slot->second].item.bundleID && candidate.item.bundleID) {
+            entries_[slot->second] = std::move(candidate);
+        }
+    }
+    std::vector<Candidate>& entries() { return entries_; }
+
+private:
+    std::unordered_map<std::string, std::size_t> index_;
+    std::vector<Candidate> entries_;
+};
+
+} // namespace
+
+std::optional<std::size_t> displayIndexContaining(const std::vector<Rect>& displays, Point point) {
+    for (std::size_t i = 0; i < displays.size(); ++i) {
+        if (displays[i].contains(point)) {
+            return i;
+        }
+    }
+    return std::nullopt;
+}
+
+std::vector<MenuBarItem> ItemEnumerator::rawItems(Pid ownPID) const {
+    std::vector<MenuBarItem> items;
+    windows_.visitWindowList([&](const WindowRecord& record) {
+        if (auto item = readItem(record, ownPID)) {
+            identity_.resolve(*item);
+            items.push_back(std::move(*item));
+        }
+    });
+    return items;
+}
+
+std::vector<MenuBarItem> ItemEnumerator::mainDisplayItems(Pid ownPID) const {
+    const Rect main = displays_.mainDisplayBounds();
+    auto items = rawItems(ownPID);
+    std::erase_if(items,
+                  [&](const MenuBarItem& item) { return !main.contains(item.frame.center()); });
+    std::stable_sort(items.begin(), items.end(), [](const MenuBarItem& a, const MenuBarItem& b) {
+        return a.frame.maxX() < b.frame.maxX();
+    });
+    return items;
+}
+
+std::vector<Rect> ItemEnumerator::activeDisplayBounds() const {
+    const std::uint32_t count = displays_.activeDisplayCount();
+    if (count == 0) {
+        return {};
+    }
+    // The list may have changed between the two questions; trust the shorter answer.
+    const auto ids = displays_.activeDisplays(count);
+    std::vector<Rect> bounds;
+    for (std::size_t i = 0; i < std::min<std::size_t>(ids.size(), count); ++i) {
+        bounds.push_back(displays_.displayBounds(ids[i]));
+    }
+    return bounds;
+}
+
+std::optional<std::string> ItemEnumerator::logicalKey(const MenuBarItem& item) {
+    if (item.isOwnControlItem) {
+        return std::nullopt;
+    }
+    if (item.bundleID) {
+        if (isOwnName(*item.bundleID)) {
+            return std::nullopt;
+        }
+        std::string id = *item.bundleID;
+        removeAll(id, "-statusItem");
+        return "b:" + id;
+    }
+    if (!item.windowName || item.windowName->starts_with("Item-") || isOwnName(*item.windowName)) {
+        return std::nullopt;
+    }
+    return "n:" + *item.windowName;
+}
+
+std::vector<MenuBarItem> ItemEnumerator::logicalItems(Pid ownPID) const {
+    const auto displays = activeDisplayBounds();
+    CandidateSet byKey;
+    for (auto& item : rawItems(ownPID)) {
+        if (auto key = logicalKey(item)) {
+            double distance = distanceFromRightEdge(item, displays);
+            byKey.offer(*key, {std::move(item), distance});
+        }
+    }
+    // Windows that show the same name are one item to the user, whatever their keys.
+    CandidateSet byLabel;
+    for (auto& candidate : byKey.entries()) {
+        std::string label = lowercased(candidate.item.displayLabel);
+        byLabel.offer(label, std::move(candidate));
+    }
+    auto& survivors = byLabel.entries();
+    std::stable_sort(
+        survivors.begin(), survivors.end(),
+        [](const Candidate& a, const Candidate& b) { return a.distance > b.distance; });
+    std::vector<MenuBarItem> items;
+    items.reserve(survivors.size());
+    for (auto& candidate : survivors) {
+        items.push_back(std::move(candidate.item));
+    }
+    return items;
+}
+
+} // namespace quillet

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "core/menubar/IdentityResolver.hpp"
+#include "core/menubar/MenuBarItem.hpp"
+#include "core/ports/Geometry.hpp"
+
+#include <vector>
+
+namespace quillet {
+
+class DisplayGeometry;
+class WindowListSource;
+
+// The one way to list menu bar items: every plausible item window, the main display's items left
+// to right, or one entry per logical item. Nothing is cached; every call reads the window list
+// afresh.
+class ItemEnumerator {
+public:
+    ItemEnumerator(const WindowListSource& windows, const DisplayGeometry& displays,
+                   const Workspace& workspace)
+        : windows_(windows), displays_(displays), identity_(workspace) {}
+
+    // Every plausible menu bar item window, in window-list order.
+    std::vector<MenuBarItem> rawItems(Pid ownPID) const;
+    // The raw items whose centre lies on the main display, left to right.
+    std::vector<MenuBarItem> mainDisplayItems(Pid ownPID) const;
+    // One item per application or named item, our own excluded, leftmost first.
+    std::vector<MenuBarItem> logicalItems(Pid ownPID) const;
+    // Bounds of the active displays, in the window server's order.
+    std::vector<Rect> activeDisplayBounds() const;
+
+    // The key under which logicalItems merges windows; nullopt for windows it leaves out.
+    static std::optional<std::string> logicalKey(const MenuBarItem& item);
+
+private:
+    const WindowListSource& windows_;
+    const DisplayGeometry& displays_;
+    IdentityResolver identity_;
+};
+
+// The index of the first display whose bounds contain the point, if any.
+std::optional<std::size_t> displayIndexContaining(const std::vector<Rect>& displays, Point point);
+
+} // namespace quillet

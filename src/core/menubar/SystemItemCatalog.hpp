@@ -1,0 +1,38 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <unordered_set>
+
+namespace quillet {
+
+// What Quillet knows of the status items that the system's own menu bar processes show: their
+// user-facing name, the symbol drawn for them, and whether they can be moved or hidden at all.
+namespace SystemItemCatalog {
+
+struct Info {
+    std::string displayName;
+    bool movable = true;
+    bool hideable = true;
+    std::string symbolName;
+    friend bool operator==(const Info&, const Info&) = default;
+};
+
+// Owner process names whose windows are looked up in the catalog.
+const std::unordered_set<std::string>& systemOwners();
+// Internal window name to its row, built once.
+const std::unordered_map<std::string, Info>& known();
+
+// The row for a window of a system owner; the fallback record for a name the table lacks.
+std::optional<Info> info(const std::optional<std::string>& windowName, std::string_view owner);
+// The row for a "sys:" rule key.
+std::optional<Info> info(std::string_view ruleKey);
+
+// The rule key of a system item: "sys:" followed by its window name.
+std::string ruleKey(std::string_view windowName);
+
+} // namespace SystemItemCatalog
+
+} // namespace quillet

@@ -1,0 +1,97 @@
+#include "core/support/Text.hpp"
+
+#include <cstdint>
+
+namespace quillet {
+
+namespace {
+
+char32_t lowerCodePoint(char32_t c) {
+    if ((c >= U'A' && c <= U'Z') || (c >= 0xC0 && c <= 0xDE && c != 0xD7) ||
+        (c >= 0x391 && c <= 0x3AB && c != 0x3A2) || (c >= 0x410 && c <= 0x42F)) {
+        return c + 0x20;
+    }
+    if (c >= 0x400 && c <= 0x40F) {
+        return c + 0x50;
+    }
+    // Latin Extended-A pairs capitals and small letters as even/odd neighbours, except for a
+    // stretch in the middle where the capital is odd.
+    if ((c >= 0x100 && c <= 0x137) || (c >= 0x14A && c <= 0x177)) {
+        return (c % 2 == 0) ? c + 1 : c;
+    }
+    if ((c >= 0x139 && c <= 0x148) || (c >= 0x179 && c <= 0x17E)) {
+        return (c % 2 == 1) ? c + 1 : c;
+    }
+    return c;
+}
+
+// Decodes one UTF-8 sequence at `at`; malformed bytes decode as themselves.
+char32_t decode(std::string_view text, std::size_t& at) {
+    auto byte = [&](std::size_t i) { return static_cast<std::uint8_t>(text[i]); };
+    const std::uint8_t lead = byte(at);
+    int length = lead < 0x80           ? 1
+                 : (lead >> 5) == 0x6  ? 2
+                 : (lead >> 4) == 0xE  ? 3
+                 : (lead >> 3) == 0x1E ? 4
+                                       : 0;
+    if (length <= 1 || at + static_cast<std::size_t>(length) > text.size()) {
+        return byte(at++);
+    }
+    char32_t c = lead & (0x7F >> length);
+    for (int i = 1; i < length; ++i) {
+        if ((byte(at + i) & 0xC0) != 0x80) {
+            return byte(at++);
+        }
+        c = (c << 6) | (byte(at + i) & 0x3F);
+    }
+    at += static_cast<std::size_t>(length);
+    return c;
+}
+
+void encode(char32_t c, std::string& out) {
+    if (c < 0x80) {
+        out += static_cast<char>(c);
+    } else if (c < 0x800) {
+        out += static_cast<char>(0xC0 | (c >> 6));
+        out += static_cast<char>(0x80 | (c & 0x3F));
+    } else if (c < 0x10000) {
+        out += static_cast<char>(0xE0 | (c >> 12));
+        out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
+        out += static_cast<char>(0x80 | (c & 0x3F));
+    } else {
+        out += static_cast<char>(0xF0 | (c >> 18));
+        out += static_cast<char>(0x80 | ((c >> 12) & 0x3F));
+        out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
+        out += static_cast<char>(0x80 | (c & 0x3F));
+    }
+}
+
+} // namespace
+
+void removeAll(std::string& text, std::string_view what) {
+    if (what.empty()) {
+        return;
+    }
+    for (auto at = text.find(what); at != std::string::npos; at = text.find(what, at)) {
+        text.erase(at, what.size());
+    }
+}
+
+std::string lowercased(std::string_view text) {
+    std::string out;
+    out.reserve(text.size());
+    std::size_t at = 0;
+    while (at < text.size()) {
+        const std::size_t start = at;
+        const char32_t c = decode(text, at);
+        const char32_t lower = lowerCodePoint(c);
+        if (lower == c) {
+            out.append(text.substr(start, at - start)); // keeps malformed bytes as they were
+        } else {
+            encode(lower, out);
+        }
+    }
+    return out;
+}
+
+} // namespace quillet
