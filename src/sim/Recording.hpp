@@ -1,0 +1,32 @@
+#pragma once
+
+#include "sim/SimulatedMac.hpp"
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace quillet::sim {
+
+// A window list recorded on a Mac (or written by hand), replayed through the simulated Mac:
+//   {"displays": [{"x":0,"y":0,"w":1512,"h":982}, …],   the first is the main display
+//    "windows": [{"kCGWindowLayer": 25, "kCGWindowBounds": {"X":…}, …}, …],
+//    "ownPID": 4242, "apps": {"com.example.app": "/Applications/Example.app"},
+//    "screenRecording": false, "accessibility": false}
+// Window values are kept exactly as written, odd ones included, so that the core meets them.
+struct Recording {
+    SimulatedMac mac;
+    Pid ownPID = 0;
+};
+
+struct RecordingResult {
+    std::optional<Recording> recording;
+    std::string error; // one line, when `recording` is empty
+};
+
+RecordingResult parseRecording(std::string_view text);
+
+// The CoreGraphics name of a window description key ("kCGWindowLayer", …).
+std::string_view windowKeyName(WindowKey key);
+
+} // namespace quillet::sim

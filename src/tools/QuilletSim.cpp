@@ -1,0 +1,81 @@
+// quillet-sim: runs Quillet's real core against a simulated Mac.
+//
+//   quillet-sim --windows FILE --list-items [--raw]   print the item listing the app would print
+//   quillet-sim --windows FILE --dump-raw OUT          write the raw dump the app would write
+#include "core/app/CommandLine.hpp"
+#include "core/app/MenuBarDebug.hpp"
+#include "core/menubar/ItemEnumerator.hpp"
+#include "sim/HostProcessContext.hpp"
+#include "sim/Recording.hpp"
+#include "sim/StandardErrorLog.hpp"
+
+#include <cstdio>
+#include <fstream>
+#include <iostream>
+#include <optional>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace {
+
+using namespace quillet;
+
+constexpr const char* kUsage = "usage: quillet-sim --windows FILE --list-items [--raw]\n"
+                               "       quillet-sim --windows FILE --dump-raw OUT\n";
+
+// The value after `option`, if the option is given.
+std::optional<std::string> optionValue(const std::vector<std::string>& arguments,
+                                       std::string_view option) {
+    for (std::size_t i = 0; i + 1 < arguments.size(); ++i) {
+        if (arguments[i] == option) {
+            return arguments[i + 1];
+        }
+    }
+    return std::nullopt;
+}
+
+int fail(const std::string& message) {
+    std::cerr << "quillet-sim: " << message << "\n";
+    return 2;
+}
+
+int replayRecording(const std::vector<std::string>& arguments, const std::string& file) {
+    std::ifstream input(file, std::ios::binary);
+    if (!input) {
+        return fail("cannot read " + file);
+    }
+    std::stringstream text;
+    text << input.rdbuf();
+    auto parsed = sim::parseRecording(text.str());
+    if (!parsed.recording) {
+        return fail(file + ": " + parsed.error);
+    }
+    sim::SimulatedMac& mac = parsed.recording->mac;
+    sim::HostProcessContext process(arguments, parsed.recording->ownPID);
+    sim::StandardErrorLog log;
+    ItemEnumerator enumerator(mac, mac, mac);
+    MenuBarDebug debug(enumerator, mac, mac, process, log);
+
+    if (auto out = optionValue(arguments, CommandLine::kDumpRaw);
+        out && CommandLine::launchMode(arguments) == LaunchMode::dumpRaw) {
+        debug.dumpRaw(*out);
+        return 0;
+    }
+    if (CommandLine::runDiagnosticMode(CommandLine::launchMode(arguments), debug, process)) {
+        return 0;
+    }
+    std::cerr << kUsage;
+    return 2;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    std::vector<std::string> arguments(argv, argv + argc);
+    if (auto file = optionValue(arguments, "--windows")) {
+        return replayRecording(arguments, *file);
+    }
+    std::cerr << kUsage;
+    return 2;
+}
