@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cctype>
+#include <regex>
 
 namespace quillet::SystemItemCatalog {
 
@@ -51,22 +52,19 @@ Info fallback(std::string_view name) {
     return {std::string(name), true, true, "circle.grid.2x2"};
 }
 
-// Numbered instances of one system item ("Battery-2") share its row: drop a trailing "-<digits>".
-std::string_view normalised(std::string_view name) {
-    std::size_t digits = 0;
-    while (digits < name.size() &&
-           std::isdigit(static_cast<unsigned char>(name[name.size() - 1 - digits]))) {
-        ++digits;
+// Numbered instances of one system item ("Battery-2") share its row. Most names do not end in a
+// digit, and those skip the pattern.
+std::string normalised(std::string_view name) {
+    if (name.empty() || !std::isdigit(static_cast<unsigned char>(name.back()))) {
+        return std::string(name);
     }
-    if (digits == 0 || digits == name.size() || name[name.size() - 1 - digits] != '-') {
-        return name;
-    }
-    return name.substr(0, name.size() - digits - 1);
+    static const std::regex numberedSuffix("-\\d+$");
+    return std::regex_replace(std::string(name), numberedSuffix, "");
 }
 
 std::optional<Info> lookup(std::string_view name) {
     const auto& table = known();
-    if (auto row = table.find(std::string(normalised(name))); row != table.end()) {
+    if (auto row = table.find(normalised(name)); row != table.end()) {
         return row->second;
     }
     return fallback(name);

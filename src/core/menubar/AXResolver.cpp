@@ -1,0 +1,25 @@
+#include "core/menubar/AXResolver.hpp"
+
+#include "core/ports/AccessibilityReader.hpp"
+#include "core/ports/Workspace.hpp"
+
+namespace quillet {
+
+std::optional<Rect> AXResolver::firstExtraFrame(Pid pid) const {
+    auto frame = accessibility_.firstExtrasMenuBarChildFrame(pid);
+    if (!frame || !(frame->width() > 0)) {
+        return std::nullopt;
+    }
+    return frame;
+}
+
+std::optional<Rect> AXResolver::menuBarItemFrame(const std::string& bundleID) const {
+    for (Pid pid : workspace_.runningProcesses(bundleID)) {
+        if (auto frame = firstExtraFrame(pid)) {
+            return frame;
+        }
+    }
+    return std::nullopt;
+}
+
+} // namespace quillet

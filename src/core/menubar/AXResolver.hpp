@@ -1,0 +1,30 @@
+#pragma once
+
+#include "core/ports/Geometry.hpp"
+
+#include <optional>
+#include <string>
+
+namespace quillet {
+
+class AccessibilityReader;
+class Workspace;
+
+// Finds where an application's status item is on screen by asking the application itself
+// through the accessibility interface. Only the first status item of each application counts.
+class AXResolver {
+public:
+    AXResolver(const AccessibilityReader& accessibility, const Workspace& workspace)
+        : accessibility_(accessibility), workspace_(workspace) {}
+
+    // The frame of the first child of the process's extras menu bar, if it has a width.
+    std::optional<Rect> firstExtraFrame(Pid pid) const;
+    // The first frame found among the running applications with that bundle identifier.
+    std::optional<Rect> menuBarItemFrame(const std::string& bundleID) const;
+
+private:
+    const AccessibilityReader& accessibility_;
+    const Workspace& workspace_;
+};
+
+} // namespace quillet
