@@ -40,12 +40,12 @@ std::optional<MenuBarItem> readItem(const WindowRecord& record, Pid ownPID) {
     item.ownerPID = readInt32(record.value(WindowKey::ownerPID)).value_or(0);
     item.windowID = readUInt32(record.value(WindowKey::number)).value_or(0);
     item.ownerName = readString(record.value(WindowKey::ownerName)).value_or("");
-    item.windowName = readString(record.value(WindowKey::name));
-    if (item.windowName && item.windowName->empty()) {
-        item.windowName.reset();
+    auto name = readString(record.value(WindowKey::name));
+    if (name && !name->empty()) {
+        item.isOwnControlItem = isOwnName(*name);
+        item.windowName = std::move(name);
     }
-    item.isOwnControlItem =
-        item.ownerPID == ownPID || (item.windowName && isOwnName(*item.windowName));
+    item.isOwnControlItem = item.isOwnControlItem || item.ownerPID == ownPID;
     return item;
 }
 
