@@ -138,6 +138,29 @@ std::vector<Pid> SimulatedMac::runningProcesses(const std::string& bundleID) con
     return found == running_.end() ? std::vector<Pid>{} : found->second;
 }
 
+Workspace::ObserverToken SimulatedMac::addObserver(WorkspaceEvent event,
+                                                   std::function<void()> handler) {
+    observers_.emplace(nextObserver_, Observer{event, std::move(handler)});
+    return nextObserver_++;
+}
+
+void SimulatedMac::removeObserver(ObserverToken token) {
+    observers_.erase(token);
+}
+
+void SimulatedMac::notify(WorkspaceEvent event) {
+    // Copied first: a handler may add or remove observers.
+    std::vector<std::function<void()>> handlers;
+    for (const auto& [token, observer] : observers_) {
+        if (observer.event == event) {
+            handlers.push_back(observer.handler);
+        }
+    }
+    for (const auto& handler : handlers) {
+        handler();
+    }
+}
+
 bool SimulatedMac::isTrusted(bool prompt) const {
     if (prompt && !accessibility_) {
         ++accessibilityPrompts_;

@@ -88,6 +88,11 @@ public:
     ImageRef icon(const std::string& path) const override;
     std::vector<Pid> runningProcesses(const std::string& bundleID) const override;
     std::optional<std::string> frontmostBundleID() const override { return frontmost_; }
+    ObserverToken addObserver(WorkspaceEvent event, std::function<void()> handler) override;
+    void removeObserver(ObserverToken token) override;
+    // Delivers a workspace notification to its observers, in the order they were added.
+    void notify(WorkspaceEvent event);
+    std::size_t observerCount() const { return observers_.size(); }
 
     // AccessibilityReader
     bool isTrusted(bool prompt) const override;
@@ -116,6 +121,12 @@ private:
     std::map<std::string, std::string> applications_;
     std::map<std::string, std::vector<Pid>> running_;
     std::optional<std::string> frontmost_;
+    struct Observer {
+        WorkspaceEvent event;
+        std::function<void()> handler;
+    };
+    std::map<ObserverToken, Observer> observers_;
+    ObserverToken nextObserver_ = 1;
     std::map<Pid, Rect> extrasFrames_;
     bool screenRecording_ = false;
     bool accessibility_ = false;

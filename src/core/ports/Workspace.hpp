@@ -3,11 +3,16 @@
 #include "core/ports/Geometry.hpp"
 #include "core/ports/PlatformImage.hpp"
 
+#include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
 
 namespace quillet {
+
+// The workspace notifications Quillet observes.
+enum class WorkspaceEvent { didLaunchApplication, didActivateApplication };
 
 // What the core needs of NSWorkspace, NSRunningApplication and NSFileManager.
 class Workspace {
@@ -24,6 +29,12 @@ public:
     virtual std::vector<Pid> runningProcesses(const std::string& bundleID) const = 0;
     // The bundle identifier of the frontmost application, if it has one.
     virtual std::optional<std::string> frontmostBundleID() const = 0;
+
+    // Observes the workspace's own notification center, delivering on the main thread; the
+    // returned token removes the observer.
+    using ObserverToken = std::uint64_t;
+    virtual ObserverToken addObserver(WorkspaceEvent event, std::function<void()> handler) = 0;
+    virtual void removeObserver(ObserverToken token) = 0;
 };
 
 } // namespace quillet
