@@ -1,0 +1,56 @@
+#pragma once
+
+#include "core/ports/DisplayGeometry.hpp"
+#include "core/ports/PointerMonitor.hpp"
+#include "core/ports/Scheduler.hpp"
+#include "core/support/Task.hpp"
+#include "core/support/WeakAnchor.hpp"
+
+#include <chrono>
+#include <functional>
+#include <vector>
+
+namespace quillet {
+
+// "Reveal on hover": while the pointer is over the right half of the menu bar the hidden zone is
+// revealed; half a second after it leaves that strip the zone is concealed again, unless it came
+// back in time. Only entering and leaving call back, never an ordinary move.
+class EventMonitorHub {
+public:
+    static constexpr Duration kConcealDelay = std::chrono::milliseconds(500);
+
+    EventMonitorHub(PointerMonitor& monitors, const DisplayGeometry& displays, Scheduler& scheduler,
+                    std::function<void()> onReveal, std::function<void()> onConceal)
+        : monitorSource_(monitors), displays_(displays), scheduler_(scheduler),
+          onReveal_(std::move(onReveal)), onConceal_(std::move(onConceal)) {}
+
+    // Idempotent.
+    void start();
+    // Removes the monitors and cancels a pending conceal.
+    void stop();
+    bool isRunning() const { return !monitors_.empty(); }
+    bool insideHoverZone() const { return insideHoverZone_; }
+
+    // One step of the outside/inside machine, from the pointer's current position.
+    void handleMove();
+
+    // The strip as high as the status bar at the top of the screen, right of its middle
+    // (AppKit coordinates: y grows upward).
+    static bool hoverZoneContains(const Rect& screenFrame, double statusBarThickness, Point p);
+
+private:
+    void scheduleConceal();
+    static Task<> concealAfterDelay(Scheduler& scheduler, WeakAnchor<EventMonitorHub>::Ref self);
+
+    PointerMonitor& monitorSource_;
+    const DisplayGeometry& displays_;
+    Scheduler& scheduler_;
+    std::vector<PointerMonitor::Token> monitors_;
+    std::function<void()> onReveal_;
+    std::function<void()> onConceal_;
+    bool insideHoverZone_ = false;
+    TaskHandle concealTask_;
+    WeakAnchor<EventMonitorHub> anchor_{this};
+};
+
+} // namespace quillet
