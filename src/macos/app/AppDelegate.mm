@@ -1,0 +1,4 @@
+#import "macos/app/AppDelegate.h"
+
+@implementation AppDelegate
+@end
