@@ -1,0 +1,152 @@
+// Apple's declarations of the Foundation and AppKit members that GNUstep 0.29 lacks, for the Linux
+// syntax check of src/macos only. Each is copied from the macOS 14.2 SDK header named above it (the
+// same text as the project's Apple API reference). Members GNUstep has are not redeclared: for a
+// typed receiver clang takes the class's own declaration over a category's, so a redeclaration
+// could not change anything; where GNUstep's declaration differs from Apple's in a way that
+// matters, its header is replaced instead (sdk/AppKit).
+#pragma once
+
+#import <AppKit/AppKit.h>
+#include <CoreFoundation/CoreFoundation.h>
+#include <CoreGraphics/CoreGraphics.h>
+#import <Foundation/Foundation.h>
+#include <os/availability.h>
+
+NS_ASSUME_NONNULL_BEGIN
+
+// NSObjCRuntime.h
+#define NS_INLINE static __inline__ __attribute__((always_inline))
+
+// NSObject.h
+NS_INLINE CF_RETURNS_RETAINED CFTypeRef _Nullable CFBridgingRetain(id _Nullable X) {
+    return (__bridge_retained CFTypeRef)X;
+}
+NS_INLINE id _Nullable CFBridgingRelease(CFTypeRef CF_CONSUMED _Nullable X) {
+    return (__bridge_transfer id)X;
+}
+
+// NSApplication.h
+@interface NSApplication (AppleOnlyActivation)
+- (NSApplicationActivationPolicy)activationPolicy API_AVAILABLE(macos(10.6));
+- (BOOL)setActivationPolicy:(NSApplicationActivationPolicy)activationPolicy
+    API_AVAILABLE(macos(10.6));
+- (void)activate API_AVAILABLE(macos(14.0));
+@end
+
+// NSImage.h. Under __cplusplus Apple declares the `template` property as a method pair, since
+// `template` is a C++ keyword.
+@class NSImageSymbolConfiguration;
+@interface NSImage (AppleOnlyImages)
++ (nullable instancetype)imageWithSystemSymbolName:(NSString*)name
+                          accessibilityDescription:(nullable NSString*)description
+    API_AVAILABLE(macos(11.0));
+- (nullable NSImage*)imageWithSymbolConfiguration:(NSImageSymbolConfiguration*)configuration
+    API_AVAILABLE(macos(11.0));
+- (instancetype)initWithCGImage:(CGImageRef)cgImage size:(NSSize)size API_AVAILABLE(macos(10.6));
+- (BOOL)isTemplate;
+- (void)setTemplate:(BOOL)isTemplate;
+@end
+
+// NSImage.h
+API_AVAILABLE(macos(11.0))
+@interface NSImageSymbolConfiguration : NSObject <NSCopying>
++ (instancetype)configurationWithPointSize:(CGFloat)pointSize weight:(NSFontWeight)weight;
+@end
+
+// NSMenu.h
+@interface NSMenu (AppleOnlyMenus)
+- (void)removeAllItems API_AVAILABLE(macos(10.6));
+- (BOOL)popUpMenuPositioningItem:(nullable NSMenuItem*)item
+                      atLocation:(NSPoint)location
+                          inView:(nullable NSView*)view API_AVAILABLE(macos(10.6));
+@end
+
+// NSEvent.h. GNUstep's NSEventType is an integer typedef with its own values where Apple's is an
+// NS_ENUM; the names Apple introduced in 10.12 are declared here as constants of that type with
+// Apple's values. The masks and modifier flags are NS_OPTIONS, integer constants in C++ on both.
+static const NSEventType NSEventTypeLeftMouseDown = 1;
+static const NSEventType NSEventTypeLeftMouseUp = 2;
+static const NSEventType NSEventTypeRightMouseDown = 3;
+static const NSEventType NSEventTypeRightMouseUp = 4;
+static const NSEventType NSEventTypeMouseMoved = 5;
+static const NSEventType NSEventTypeLeftMouseDragged = 6;
+static const NSEventType NSEventTypeRightMouseDragged = 7;
+static const NSEventType NSEventTypeKeyDown = 10;
+static const NSEventType NSEventTypeKeyUp = 11;
+static const NSEventType NSEventTypeFlagsChanged = 12;
+static const NSEventType NSEventTypeScrollWheel = 22;
+static const NSEventType NSEventTypeOtherMouseDown = 25;
+static const NSEventType NSEventTypeOtherMouseUp = 26;
+enum : NSEventMask {
+    NSEventMaskLeftMouseDown = 1ULL << NSEventTypeLeftMouseDown,
+    NSEventMaskLeftMouseUp = 1ULL << NSEventTypeLeftMouseUp,
+    NSEventMaskRightMouseDown = 1ULL << NSEventTypeRightMouseDown,
+    NSEventMaskRightMouseUp = 1ULL << NSEventTypeRightMouseUp,
+    NSEventMaskMouseMoved = 1ULL << NSEventTypeMouseMoved,
+    NSEventMaskLeftMouseDragged = 1ULL << NSEventTypeLeftMouseDragged,
+    NSEventMaskRightMouseDragged = 1ULL << NSEventTypeRightMouseDragged,
+    NSEventMaskKeyDown = 1ULL << NSEventTypeKeyDown,
+    NSEventMaskKeyUp = 1ULL << NSEventTypeKeyUp,
+    NSEventMaskFlagsChanged = 1ULL << NSEventTypeFlagsChanged,
+    NSEventMaskScrollWheel = 1ULL << NSEventTypeScrollWheel,
+    NSEventMaskOtherMouseDown = 1ULL << NSEventTypeOtherMouseDown,
+    NSEventMaskOtherMouseUp = 1ULL << NSEventTypeOtherMouseUp,
+};
+enum : NSEventModifierFlags {
+    NSEventModifierFlagCapsLock = 1 << 16,
+    NSEventModifierFlagShift = 1 << 17,
+    NSEventModifierFlagControl = 1 << 18,
+    NSEventModifierFlagOption = 1 << 19,
+    NSEventModifierFlagCommand = 1 << 20,
+    NSEventModifierFlagNumericPad = 1 << 21,
+    NSEventModifierFlagHelp = 1 << 22,
+    NSEventModifierFlagFunction = 1 << 23,
+    NSEventModifierFlagDeviceIndependentFlagsMask = 0xffff0000UL,
+};
+@interface NSEvent (AppleOnlyMonitors)
++ (nullable id)addGlobalMonitorForEventsMatchingMask:(NSEventMask)mask
+                                             handler:(void (^)(NSEvent* event))block
+    API_AVAILABLE(macos(10.6));
++ (nullable id)addLocalMonitorForEventsMatchingMask:(NSEventMask)mask
+                                            handler:(NSEvent* _Nullable (^)(NSEvent* event))block
+    API_AVAILABLE(macos(10.6));
++ (void)removeMonitor:(id)eventMonitor API_AVAILABLE(macos(10.6));
+@end
+
+// NSWorkspace.h
+APPKIT_EXPORT NSNotificationName const
+    NSWorkspaceDidActivateApplicationNotification API_AVAILABLE(macos(10.6));
+APPKIT_EXPORT NSNotificationName const
+    NSWorkspaceDidDeactivateApplicationNotification API_AVAILABLE(macos(10.6));
+APPKIT_EXPORT NSString* const NSWorkspaceApplicationKey API_AVAILABLE(macos(10.6));
+@interface NSWorkspace (AppleOnlyApplications)
+- (nullable NSURL*)URLForApplicationWithBundleIdentifier:(NSString*)bundleIdentifier
+    API_AVAILABLE(macos(10.6));
+@end
+
+// NSWindow.h. GNUstep has the style mask's getter only.
+@interface NSWindow (AppleOnlyWindows)
+- (void)setStyleMask:(NSWindowStyleMask)styleMask;
+@property BOOL titlebarAppearsTransparent API_AVAILABLE(macos(10.10));
+@end
+
+// NSColor.h
+@interface NSColor (AppleOnlyColors)
+@property (class, strong, readonly) NSColor* controlAccentColor API_AVAILABLE(macos(10.14));
+@end
+
+// NSStackView.h
+API_AVAILABLE(macos(10.9))
+@interface NSStackView : NSView
++ (instancetype)stackViewWithViews:(NSArray<NSView*>*)views API_AVAILABLE(macos(10.11));
+@property NSUserInterfaceLayoutOrientation orientation;
+@property NSLayoutAttribute alignment;
+@property NSEdgeInsets edgeInsets;
+@property CGFloat spacing;
+@property (readonly, copy) NSArray<__kindof NSView*>* arrangedSubviews API_AVAILABLE(macos(10.11));
+- (void)addArrangedSubview:(NSView*)view API_AVAILABLE(macos(10.11));
+- (void)insertArrangedSubview:(NSView*)view atIndex:(NSInteger)index API_AVAILABLE(macos(10.11));
+- (void)removeArrangedSubview:(NSView*)view API_AVAILABLE(macos(10.11));
+@end
+
+NS_ASSUME_NONNULL_END
