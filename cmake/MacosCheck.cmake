@@ -80,9 +80,7 @@ while(_patches)
 endwhile()
 # Rewritten only when it changes, so that a new configure does not re-run every check.
 file(WRITE ${_generated_dir}/runtime.h.new "${_runtime}")
-file(MAKE_DIRECTORY ${_generated_dir}/include/objc)
-file(COPY_FILE ${_generated_dir}/runtime.h.new ${_generated_dir}/include/objc/runtime.h
-     ONLY_IF_DIFFERENT)
+configure_file(${_generated_dir}/runtime.h.new ${_generated_dir}/include/objc/runtime.h COPYONLY)
 set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${_runtime_header})
 
 file(GLOB_RECURSE _check_headers CONFIGURE_DEPENDS ${_check_dir}/*.h)

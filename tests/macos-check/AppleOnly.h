@@ -3,7 +3,8 @@
 // not: GNUstep gives Foundation and most of AppKit; sdk/ replaces GNUstep's headers where they
 // differ from Apple's and stands in for the frameworks GNUstep does not have (CoreFoundation,
 // CoreGraphics, ApplicationServices, Carbon, dispatch, ServiceManagement, ScreenCaptureKit,
-// Sparkle); GNUstepGaps.h declares the newer Foundation and AppKit members GNUstep lacks.
+// Sparkle); GNUstepGaps.h declares the newer Foundation and AppKit members GNUstep lacks;
+// RenamedByApple.h makes the old AppKit names that Apple deprecated fail as they do on a Mac.
 //
 // Everything is declared exactly as Apple declares it. If our code disagrees with one of these
 // declarations, our code is wrong: never change a declaration to make a file pass.
@@ -26,3 +27,4 @@
 #include <dispatch/dispatch.h>
 
 #include "GNUstepGaps.h"
+#include "RenamedByApple.h"

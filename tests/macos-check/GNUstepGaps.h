@@ -5,12 +5,20 @@
 // could not change anything; where GNUstep's declaration differs from Apple's in a way that
 // matters, its header is replaced instead (sdk/AppKit).
 #pragma once
+#pragma clang system_header
 
 #import <AppKit/AppKit.h>
 #include <CoreFoundation/CoreFoundation.h>
 #include <CoreGraphics/CoreGraphics.h>
 #import <Foundation/Foundation.h>
 #include <os/availability.h>
+
+// objc/objc.h: Apple's YES and NO are clang's Boolean literals, so `@YES` boxes into an NSNumber.
+// GCC's runtime header spells them `(BOOL)1` and `(BOOL)0`, with which `@YES` does not parse.
+#undef YES
+#undef NO
+#define YES __objc_yes
+#define NO __objc_no
 
 NS_ASSUME_NONNULL_BEGIN
 
@@ -147,6 +155,74 @@ API_AVAILABLE(macos(10.9))
 - (void)addArrangedSubview:(NSView*)view API_AVAILABLE(macos(10.11));
 - (void)insertArrangedSubview:(NSView*)view atIndex:(NSInteger)index API_AVAILABLE(macos(10.11));
 - (void)removeArrangedSubview:(NSView*)view API_AVAILABLE(macos(10.11));
+@end
+
+// NSTextField.h
+@interface NSTextField (AppleOnlyLabels)
++ (instancetype)labelWithString:(NSString*)stringValue API_AVAILABLE(macos(10.12));
++ (instancetype)wrappingLabelWithString:(NSString*)stringValue API_AVAILABLE(macos(10.12));
+@property CGFloat preferredMaxLayoutWidth API_AVAILABLE(macos(10.8));
+@end
+
+// NSFont.h
+@interface NSFont (AppleOnlyFonts)
++ (NSFont*)systemFontOfSize:(CGFloat)fontSize
+                     weight:(NSFontWeight)weight API_AVAILABLE(macos(10.11));
+@end
+
+// NSButton.h, NSControl.h. GNUstep keeps the control size on the cell only.
+@interface NSButton (AppleOnlyButtons)
++ (instancetype)buttonWithTitle:(NSString*)title
+                         target:(nullable id)target
+                         action:(nullable SEL)action API_AVAILABLE(macos(10.12));
+@property BOOL hasDestructiveAction API_AVAILABLE(macos(11.0));
+@end
+@interface NSControl (AppleOnlyControlSize)
+@property NSControlSize controlSize API_AVAILABLE(macos(10.10));
+@end
+
+// NSButtonCell.h of the macOS 14 SDK names the bezel styles by role; GNUstep has the older names
+// for the same values (NSRoundedBezelStyle is 1, NSTexturedRoundedBezelStyle 11).
+static const NSBezelStyle NSBezelStylePush = NSRoundedBezelStyle;
+static const NSBezelStyle NSBezelStyleRounded = NSBezelStylePush;
+static const NSBezelStyle NSBezelStyleToolbar = NSTexturedRoundedBezelStyle;
+static const NSBezelStyle NSBezelStyleBadge = static_cast<NSBezelStyle>(15);
+
+// NSImageView.h
+@interface NSImageView (AppleOnlyImageViews)
++ (instancetype)imageViewWithImage:(NSImage*)image API_AVAILABLE(macos(10.12));
+@end
+
+// NSAlert.h
+@interface NSAlert (AppleOnlyAlerts)
+@property (nullable, strong) NSView* accessoryView API_AVAILABLE(macos(10.5));
+@end
+
+// NSSegmentedControl.h
+@interface NSSegmentedControl (AppleOnlySegments)
++ (instancetype)segmentedControlWithLabels:(NSArray<NSString*>*)labels
+                              trackingMode:(NSSegmentSwitchTracking)trackingMode
+                                    target:(nullable id)target
+                                    action:(nullable SEL)action API_AVAILABLE(macos(10.12));
+@end
+
+// NSVisualEffectView.h
+static const NSVisualEffectMaterial NSVisualEffectMaterialHUDWindow = 13;
+
+// NSView.h, NSLayoutAnchor.h. (The view's `layer` needs QuartzCore, which nothing here declares.)
+@interface NSView (AppleOnlyLayout)
+@property BOOL wantsLayer API_AVAILABLE(macos(10.5));
+@property BOOL translatesAutoresizingMaskIntoConstraints API_AVAILABLE(macos(10.7));
+@property (readonly, strong) NSLayoutXAxisAnchor* leadingAnchor API_AVAILABLE(macos(10.11));
+@property (readonly, strong) NSLayoutXAxisAnchor* trailingAnchor API_AVAILABLE(macos(10.11));
+@property (readonly, strong) NSLayoutXAxisAnchor* leftAnchor API_AVAILABLE(macos(10.11));
+@property (readonly, strong) NSLayoutXAxisAnchor* rightAnchor API_AVAILABLE(macos(10.11));
+@property (readonly, strong) NSLayoutYAxisAnchor* topAnchor API_AVAILABLE(macos(10.11));
+@property (readonly, strong) NSLayoutYAxisAnchor* bottomAnchor API_AVAILABLE(macos(10.11));
+@property (readonly, strong) NSLayoutDimension* widthAnchor API_AVAILABLE(macos(10.11));
+@property (readonly, strong) NSLayoutDimension* heightAnchor API_AVAILABLE(macos(10.11));
+@property (readonly, strong) NSLayoutXAxisAnchor* centerXAnchor API_AVAILABLE(macos(10.11));
+@property (readonly, strong) NSLayoutYAxisAnchor* centerYAnchor API_AVAILABLE(macos(10.11));
 @end
 
 NS_ASSUME_NONNULL_END
