@@ -108,9 +108,9 @@ foreach(_source IN LISTS _macos_sources)
     file(RELATIVE_PATH _name ${PROJECT_SOURCE_DIR} ${_source})
     set(_stamp ${_generated_dir}/${_name}.checked)
     get_filename_component(_stamp_dir ${_stamp} DIRECTORY)
-    file(MAKE_DIRECTORY ${_stamp_dir})
     add_custom_command(
         OUTPUT ${_stamp}
+        COMMAND ${CMAKE_COMMAND} -E make_directory ${_stamp_dir}
         COMMAND ${_check_command} -MD -MF ${_stamp}.d -MT ${_stamp} ${_source}
         COMMAND ${CMAKE_COMMAND} -E touch ${_stamp}
         DEPENDS ${_source} ${_check_headers}
