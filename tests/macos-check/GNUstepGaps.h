@@ -20,6 +20,13 @@
 #define YES __objc_yes
 #define NO __objc_no
 
+// objc/objc.h: in C++ Apple's nil and Nil are nullptr, so `action:nil` passes a null selector.
+// GCC's runtime header spells them `(id)0` and `(Class)0`, which no SEL or C pointer accepts.
+#undef nil
+#undef Nil
+#define nil nullptr
+#define Nil nullptr
+
 NS_ASSUME_NONNULL_BEGIN
 
 // NSObjCRuntime.h
@@ -57,7 +64,7 @@ NS_INLINE id _Nullable CFBridgingRelease(CFTypeRef CF_CONSUMED _Nullable X) {
 
 // NSImage.h
 API_AVAILABLE(macos(11.0))
-@interface NSImageSymbolConfiguration : NSObject <NSCopying>
+@interface NSImageSymbolConfiguration : NSObject <NSCopying, NSSecureCoding>
 + (instancetype)configurationWithPointSize:(CGFloat)pointSize weight:(NSFontWeight)weight;
 @end
 
