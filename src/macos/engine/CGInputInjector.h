@@ -1,0 +1,23 @@
+#pragma once
+
+#include "core/ports/InputInjector.hpp"
+
+namespace quillet::macos {
+
+// Synthetic mouse events, the left button's state and the cursor, through Core Graphics. Holds
+// no state of its own, so any thread may use it.
+class CGInputInjector final : public InputInjector {
+public:
+    std::shared_ptr<EventSource> createHIDEventSource() override;
+    std::optional<Point> pointerLocation() override;
+    void post(const EventSource& source, const MouseEvent& event) override;
+    bool isLeftButtonDown() override;
+
+    void hideCursor() override;
+    void showCursor() override;
+    void warpCursor(Point location) override;
+
+    void pause(std::chrono::microseconds duration) override;
+};
+
+} // namespace quillet::macos
