@@ -1,6 +1,7 @@
 #include "sim/SimulatedMac.hpp"
 
 #include "core/menubar/WindowValueReading.hpp"
+#include "sim/VirtualScheduler.hpp"
 
 #include <algorithm>
 
@@ -16,6 +17,25 @@ public:
 private:
     const SimulatedMac::Window& window_;
 };
+
+// The fields that name an event's target window, in the order the window server trusts them:
+// the undocumented window field, the window under the pointer, the one that can handle it.
+constexpr std::array<std::uint32_t, 3> kWindowFields{51, 91, 92};
+
+std::optional<WindowID> namedWindow(const MouseEvent& event) {
+    for (std::uint32_t field : kWindowFields) {
+        for (const auto& [number, value] : event.integerFields) {
+            if (number == field && value > 0 && value <= UINT32_MAX) {
+                return static_cast<WindowID>(value);
+            }
+        }
+    }
+    return std::nullopt;
+}
+
+// The fixed right part's widths, as a 14-inch MacBook Pro on macOS 15 shows them.
+constexpr double kControlCenterWidth = 33;
+constexpr double kClockWidth = 87;
 
 WindowValue boundsValue(Rect frame) {
     return {WindowValue::Dictionary{{"Height", {frame.height()}},
@@ -41,6 +61,20 @@ SimulatedMac::Window SimulatedMac::statusItemWindow(WindowID id, Rect frame, Pid
     return window;
 }
 
+SimulatedMac::SimulatedMac(VirtualScheduler& scheduler) {
+    input_->setScheduler(&scheduler);
+}
+
+void SimulatedMac::setDisplays(std::vector<Rect> displays) {
+    displays_ = std::move(displays);
+    bar_->setGeometry(mainDisplayBounds(), menuBarThickness_);
+}
+
+void SimulatedMac::setMenuBarThickness(double thickness) {
+    menuBarThickness_ = thickness;
+    bar_->setGeometry(mainDisplayBounds(), menuBarThickness_);
+}
+
 void SimulatedMac::installApplication(const std::string& bundleID, const std::string& path) {
     applications_[bundleID] = path;
 }
@@ -60,7 +94,17 @@ bool SimulatedMac::visitWindowList(const Visitor& visit) const {
     for (const Window& window : windows_) {
         visit(WindowView(window));
     }
+    for (const MenuBarModel::Item* item : bar_->itemsByWindow()) {
+        visit(WindowView(statusBarWindow(*item, *bar_->frame(item->window))));
+    }
     return true;
+}
+
+SimulatedMac::Window SimulatedMac::statusBarWindow(const MenuBarModel::Item& item,
+                                                   Rect frame) const {
+    auto identity = bar_->identity(item);
+    return statusItemWindow(item.window, frame, identity.ownerPID, std::move(identity.ownerName),
+                            std::move(identity.title));
 }
 
 const SimulatedMac::Window* SimulatedMac::findWindow(WindowID id) const {
@@ -76,6 +120,9 @@ bool SimulatedMac::visitWindowDescription(WindowID window, const Visitor& visit)
     }
     if (const Window* found = findWindow(window)) {
         visit(WindowView(*found));
+    } else if (const MenuBarModel::Item* item = bar_->item(window)) {
+        // The window server's answer may lag behind a move; the model keeps track of that.
+        visit(WindowView(statusBarWindow(*item, *bar_->describedFrame(window))));
     }
     return true;
 }
@@ -169,16 +216,19 @@ bool SimulatedMac::isTrusted(bool prompt) const {
 }
 
 std::optional<Rect> SimulatedMac::firstExtrasMenuBarChildFrame(Pid pid) const {
-    auto found = extrasFrames_.find(pid);
-    if (!accessibility_ || found == extrasFrames_.end()) {
+    if (!accessibility_) {
         return std::nullopt;
     }
-    return found->second;
+    // A frame set by the test wins over the one the live bar gives.
+    if (auto found = extrasFrames_.find(pid); found != extrasFrames_.end()) {
+        return found->second;
+    }
+    return bar_->firstFrameOfProcess(pid);
 }
 
 std::optional<CapturedBitmap> SimulatedMac::captureWindow(WindowID window) const {
     const Window* found = findWindow(window);
-    auto frame = found ? readRect((*found)[WindowKey::bounds]) : std::nullopt;
+    auto frame = found ? readRect((*found)[WindowKey::bounds]) : bar_->frame(window);
     if (!frame) {
         return std::nullopt;
     }
@@ -196,6 +246,127 @@ ImageRef SimulatedMac::symbol(const char* name) const {
 
 ImageRef SimulatedMac::emptyImage() const {
     return std::make_shared<SimImage>("empty", Size{});
+}
+
+WindowID SimulatedMac::addSystemItem(const std::string& name, double width, bool movable,
+                                     bool numberedOnMacOS26) {
+    MenuBarModel::Item item;
+    item.kind = MenuBarModel::Kind::system;
+    item.pid = bar_->controlCenterPID();
+    item.appName = MenuBarModel::kControlCenterName;
+    item.title = name;
+    item.length = width;
+    item.movable = movable;
+    item.numberedOnMacOS26 = numberedOnMacOS26;
+    return bar_->add(std::move(item));
+}
+
+void SimulatedMac::addControlCenterAndClock() {
+    addSystemItem("Clock", kClockWidth, false);
+    addSystemItem("BentoBox", kControlCenterWidth, false, true);
+}
+
+WindowID SimulatedMac::addApplicationItem(const Application& app, std::string title, double width) {
+    auto& pids = running_[app.bundleID];
+    if (std::find(pids.begin(), pids.end(), app.pid) == pids.end()) {
+        pids.push_back(app.pid);
+    }
+    MenuBarModel::Item item;
+    item.kind = MenuBarModel::Kind::application;
+    item.pid = app.pid;
+    item.appName = app.name;
+    item.title = std::move(title);
+    item.length = width;
+    return bar_->add(std::move(item));
+}
+
+std::vector<WindowID> SimulatedMac::launchApplication(const Application& app,
+                                                      const std::vector<AppItem>& items) {
+    std::vector<WindowID> windows;
+    for (const AppItem& item : items) {
+        windows.push_back(addApplicationItem(app, item.title, item.width));
+    }
+    notify(WorkspaceEvent::didLaunchApplication);
+    return windows;
+}
+
+void SimulatedMac::quitApplication(Pid pid) {
+    bar_->removeProcess(pid);
+    for (auto& [bundleID, pids] : running_) {
+        std::erase(pids, pid);
+    }
+}
+
+void SimulatedMac::activateApplication(const std::string& bundleID) {
+    frontmost_ = bundleID;
+    notify(WorkspaceEvent::didActivateApplication);
+}
+
+std::shared_ptr<SimStatusItem> SimulatedMac::ownStatusItem(const std::string& autosaveName) const {
+    for (const auto& [window, weak] : statusItems_) {
+        if (auto item = weak.lock();
+            item && item->isInBar() && item->autosaveName() == autosaveName) {
+            return item;
+        }
+    }
+    return nullptr;
+}
+
+std::shared_ptr<StatusItem> SimulatedMac::createStatusItem(double length) {
+    auto item = std::make_shared<SimStatusItem>(bar_, length);
+    std::erase_if(statusItems_, [](const auto& entry) { return entry.second.expired(); });
+    statusItems_[item->window()] = item;
+    return item;
+}
+
+void SimulatedMac::removeStatusItem(const std::shared_ptr<StatusItem>& item) {
+    if (auto own = std::dynamic_pointer_cast<SimStatusItem>(item)) {
+        own->leaveBar();
+    }
+}
+
+void SimulatedMac::holdLeftButtonFrom(Duration time) {
+    input_->at(time, [input = input_.get()] { input->setLeftButtonHeld(true); });
+}
+
+std::shared_ptr<EventSource> SimulatedMac::createHIDEventSource() {
+    return eventSourceAvailable_ ? std::make_shared<EventSource>() : nullptr;
+}
+
+Point SimulatedMac::flipped(Point location) const {
+    return {location.x, mainDisplayBounds().height() - location.y};
+}
+
+std::optional<Point> SimulatedMac::pointerLocation() {
+    return pointerEventAvailable_ ? std::optional(flipped(pointer_)) : std::nullopt;
+}
+
+void SimulatedMac::post(const EventSource&, const MouseEvent& event) {
+    input_->record(event);
+    pointer_ = flipped(event.location);
+    switch (event.type) {
+    case MouseEventType::leftMouseDown:
+        if ((event.flags & EventFlags::command) != 0) {
+            if (auto window = namedWindow(event)) {
+                bar_->lift(*window, event.location);
+            }
+        }
+        break;
+    case MouseEventType::leftMouseDragged:
+        bar_->dragTo(event.location.x);
+        break;
+    case MouseEventType::leftMouseUp:
+        // The first release drops a lifted item; a second one finds nothing to drop.
+        bar_->drop(event.location.x);
+        break;
+    default:
+        break;
+    }
+}
+
+void SimulatedMac::warpCursor(Point location) {
+    input_->warp(location);
+    pointer_ = flipped(location);
 }
 
 } // namespace quillet::sim

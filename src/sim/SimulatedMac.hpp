@@ -1,16 +1,45 @@
 #pragma once
 
+// Setting up a menu bar scene for a test:
+//
+//   VirtualScheduler scheduler;
+//   SimulatedMac mac(scheduler);           // pauses of synthetic input move this clock
+//   mac.setDisplays({makeRect(0, 0, 1512, 982)});
+//   mac.setOwnProcess(4242, "Quillet");    // the default; our status items belong to it
+//   mac.setNaming(MenuBarNaming::macOS26); // the default; or perApplication
+//   mac.addControlCenterAndClock();        // the fixed right part
+//   // Like macOS, every new item appears at the left end: add them from right to left.
+//   mac.addSystemItem("Battery", 42);
+//   auto dropbox = mac.addApplicationItem({"com.getdropbox.dropbox", "Dropbox", 701}, "Item-0",
+//   30);
+//   // The code under test creates its own items through the StatusBarHost (the mac itself).
+//   …
+//   EXPECT_EQ(mac.renderMenuBar(), "[Dropbox] <separator> [Battery] | [BentoBox] [Clock]");
+//   EXPECT_LT(mac.statusItemFrame(dropbox)->maxX(), separatorFrame.minX());
+//
+// Status item windows are numbered from 1000 in the order they are made and listed after the
+// windows given with addWindow. Run the item mover inside background work of the scheduler
+// (`inBackground`), as the app does: its pauses move the virtual clock there. `at(time, …)`
+// changes the world during such a pause (an app quitting mid-drag, a user pressing the button).
+
 #include "core/ports/AccessibilityReader.hpp"
 #include "core/ports/DisplayGeometry.hpp"
+#include "core/ports/InputInjector.hpp"
 #include "core/ports/PlatformImage.hpp"
 #include "core/ports/ScreenCapture.hpp"
+#include "core/ports/StatusBarHost.hpp"
 #include "core/ports/WindowListSource.hpp"
 #include "core/ports/Workspace.hpp"
+#include "sim/engine/MenuBarModel.hpp"
+#include "sim/engine/SimStatusItem.hpp"
+#include "sim/engine/SimulatedInput.hpp"
 
 #include <array>
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace quillet::sim {
@@ -27,16 +56,38 @@ private:
     Size size_;
 };
 
-// A stand-in for the parts of macOS that Quillet reads: displays, the window server's window
-// list (with values as odd as a recording holds), installed and running applications,
-// permissions and the accessibility view of applications' status items.
+class VirtualScheduler;
+
+// A stand-in for the parts of macOS that Quillet reads and drives: displays, the window server's
+// window list (with values as odd as a recording holds), the status bar with our own and other
+// applications' items, synthetic input and Command-drags, installed and running applications,
+// permissions and the accessibility view of applications' status items. Driven from one thread:
+// the virtual scheduler runs background work in line.
 class SimulatedMac : public WindowListSource,
                      public DisplayGeometry,
                      public Workspace,
                      public AccessibilityReader,
                      public ScreenCapture,
-                     public SymbolImages {
+                     public SymbolImages,
+                     public StatusBarHost,
+                     public InputInjector {
 public:
+    // An application that shows status items.
+    struct Application {
+        std::string bundleID;
+        std::string name;
+        Pid pid = 0;
+    };
+    // One of its items: the window title ("Item-0", a bundle identifier, …) and width.
+    struct AppItem {
+        std::string title;
+        double width = 24;
+    };
+
+    // Without a scheduler, input pauses move a clock of the simulated Mac's own.
+    SimulatedMac() = default;
+    explicit SimulatedMac(VirtualScheduler& scheduler);
+
     // One window description, value by value (indexed by WindowKey).
     struct Window {
         std::array<WindowValue, 6> values;
@@ -51,8 +102,8 @@ public:
                                    std::optional<std::string> title);
 
     // Setting the stage. The first display is the main display (window-server coordinates).
-    void setDisplays(std::vector<Rect> displays) { displays_ = std::move(displays); }
-    void setMenuBarThickness(double thickness) { menuBarThickness_ = thickness; }
+    void setDisplays(std::vector<Rect> displays);
+    void setMenuBarThickness(double thickness);
     void addWindow(Window window) { windows_.push_back(std::move(window)); }
     void setWindowListAvailable(bool available) { windowListAvailable_ = available; }
     void installApplication(const std::string& bundleID, const std::string& path);
@@ -61,7 +112,54 @@ public:
     void setExtrasMenuBarChildFrame(Pid pid, Rect frame) { extrasFrames_[pid] = frame; }
     void setScreenRecordingAllowed(bool allowed) { screenRecording_ = allowed; }
     void setAccessibilityTrusted(bool trusted) { accessibility_ = trusted; }
+    // AppKit coordinates.
     void setPointerLocation(Point location) { pointer_ = location; }
+
+    // The menu bar scene. Status items laid out on the main display; see MenuBarModel.
+    void setNaming(MenuBarNaming naming) { bar_->setNaming(naming); }
+    // Our process: its status items and their windows under per-application naming.
+    void setOwnProcess(Pid pid, std::string name) { bar_->setOwnProcess(pid, std::move(name)); }
+    void setControlCenterPID(Pid pid) { bar_->setControlCenterPID(pid); }
+    // A system item of Control Center at the left end (an immovable one at the left end of the
+    // fixed part); `numberedOnMacOS26` titles it "name-0" under macOS 26 naming.
+    WindowID addSystemItem(const std::string& name, double width, bool movable = true,
+                           bool numberedOnMacOS26 = false);
+    // The fixed right part of every menu bar: Control Center ("BentoBox") and the clock.
+    void addControlCenterAndClock();
+    // An item of a running application at the left end.
+    WindowID addApplicationItem(const Application& app, std::string title, double width);
+    // The application starts: its items appear at the left end, in order (so the first ends
+    // rightmost), then observers learn of the launch.
+    std::vector<WindowID> launchApplication(const Application& app,
+                                            const std::vector<AppItem>& items);
+    // The application quits: its windows vanish and it no longer runs.
+    void quitApplication(Pid pid);
+    // One item's window vanishes; false when there is none.
+    bool removeStatusItemWindow(WindowID window) { return bar_->remove(window); }
+    // The application comes to the front; observers learn of the activation.
+    void activateApplication(const std::string& bundleID);
+    // Window descriptions report a window's previous frame once after it moved.
+    void setFramesLag(bool lag) { bar_->setFramesLag(lag); }
+
+    // Reading the scene.
+    std::optional<Rect> statusItemFrame(WindowID window) const { return bar_->frame(window); }
+    std::vector<WindowID> menuBarOrder() const { return bar_->order(); }
+    std::string renderMenuBar() const { return bar_->render(); }
+    const MenuBarModel& menuBar() const { return *bar_; }
+    // Our live status item with this autosave name, if any.
+    std::shared_ptr<SimStatusItem> ownStatusItem(const std::string& autosaveName) const;
+
+    // Input.
+    void setEventSourceAvailable(bool available) { eventSourceAvailable_ = available; }
+    void setPointerEventAvailable(bool available) { pointerEventAvailable_ = available; }
+    void setLeftButtonHeld(bool held) { input_->setLeftButtonHeld(held); }
+    // The user presses the left button at `time` and keeps holding it.
+    void holdLeftButtonFrom(Duration time);
+    // See SimulatedInput::at.
+    void at(Duration time, std::function<void()> happening) {
+        input_->at(time, std::move(happening));
+    }
+    const SimulatedInput& input() const { return *input_; }
 
     const std::vector<Window>& windows() const { return windows_; }
     const std::vector<Rect>& displays() const { return displays_; }
@@ -79,6 +177,7 @@ public:
     Rect displayBounds(DisplayID display) const override;
     std::vector<Screen> screens() const override;
     std::optional<Screen> mainScreen() const override;
+    // AppKit coordinates; InputInjector's overload gives window-server coordinates.
     Point pointerLocation() const override { return pointer_; }
     double statusBarThickness() const override { return menuBarThickness_; }
 
@@ -108,11 +207,32 @@ public:
     ImageRef symbol(const char* name) const override;
     ImageRef emptyImage() const override;
 
+    // StatusBarHost
+    std::shared_ptr<StatusItem> createStatusItem(double length) override;
+    void removeStatusItem(const std::shared_ptr<StatusItem>& item) override;
+
+    // InputInjector
+    std::shared_ptr<EventSource> createHIDEventSource() override;
+    std::optional<Point> pointerLocation() override;
+    // Records the event, moves the pointer, and reconstructs Command-drags: a left-mouse-down
+    // with the Command flag lifts the movable item that the window fields (51, else 91, else
+    // 92) name, when the pointer is on the display; drags move it, the first release drops it.
+    void post(const EventSource& source, const MouseEvent& event) override;
+    bool isLeftButtonDown() override { return input_->isLeftButtonHeld(); }
+    void hideCursor() override { input_->hideCursor(); }
+    void showCursor() override { input_->showCursor(); }
+    void warpCursor(Point location) override;
+    void pause(std::chrono::microseconds duration) override { input_->pause(duration); }
+
     // Backing scale of every simulated screen.
     static constexpr double kBackingScale = 2.0;
 
 private:
     const Window* findWindow(WindowID id) const;
+    Window statusBarWindow(const MenuBarModel::Item& item, Rect frame) const;
+    // Between window-server (top-left) and AppKit (bottom-left) coordinates; the flip is its own
+    // inverse.
+    Point flipped(Point location) const;
 
     std::vector<Rect> displays_;
     double menuBarThickness_ = 24.0;
@@ -133,6 +253,13 @@ private:
     mutable int accessibilityPrompts_ = 0;
     int screenRecordingRequests_ = 0;
     Point pointer_;
+    // Held by pointer so that the items and happenings that refer to them survive a move of the
+    // simulated Mac.
+    std::shared_ptr<MenuBarModel> bar_ = std::make_shared<MenuBarModel>();
+    std::unique_ptr<SimulatedInput> input_ = std::make_unique<SimulatedInput>();
+    std::map<WindowID, std::weak_ptr<SimStatusItem>> statusItems_;
+    bool eventSourceAvailable_ = true;
+    bool pointerEventAvailable_ = true;
 };
 
 } // namespace quillet::sim

@@ -1,0 +1,153 @@
+#pragma once
+
+#include "core/ports/Geometry.hpp"
+
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace quillet::sim {
+
+// How the window server names and owns status item windows.
+enum class MenuBarNaming {
+    // macOS 26: Control Center owns every status item window; the title is the item's autosave
+    // name ("Item-0" unless the application chose one, often its bundle identifier), and some
+    // system items are numbered ("BentoBox-0").
+    macOS26,
+    // Earlier systems: each window belongs to the process that made the item.
+    perApplication,
+};
+
+// The simulated status bar: the status items of the main display's menu bar, laid out from the
+// display's right edge leftwards, each as wide as its length, so that one very wide item pushes
+// everything on its left off the left edge of the screen.
+//
+// Rules it keeps, as macOS does:
+//  - A new item appears at the left end of the items. Immovable system items (the clock,
+//    Control Center) form a fixed part at the right end; nothing is dropped into it.
+//  - Our own items are status items of this process. A variable length (any negative or
+//    non-finite length) takes the content's width: kImageWidth with an image, kEmptyWidth
+//    without. Their autosave name is "Item-N" (N counts our items) until set, and it is the
+//    window's title.
+//  - Remembered positions, per autosave name of our items: when one of our items is dropped by
+//    a drag or removed, its right edge's distance from the display's right edge is remembered.
+//    An item that is created, or given an autosave name, with a remembered distance goes to the
+//    movable slot whose right-edge distance is nearest to it (the right-hand slot on a tie).
+//  - A Command-drag lifts a movable item: the others close its gap at once and it follows the
+//    pointer; the release drops it into the slot under the pointer (right of the item under it
+//    when the pointer is on that item's right half, left of it otherwise; the left end when the
+//    pointer is left of every item, the right end of the movable part otherwise). The pointer
+//    cannot leave the display, so positions are clamped to it.
+class MenuBarModel {
+public:
+    static constexpr double kImageWidth = 22.0;
+    static constexpr double kEmptyWidth = 10.0;
+    static constexpr const char* kControlCenterName = "Control Center";
+
+    enum class Kind { own, application, system };
+
+    struct Item {
+        WindowID window = 0;
+        Kind kind = Kind::application;
+        // The process that made the item, and its name (the label in the rendered bar).
+        Pid pid = 0;
+        std::string appName;
+        // Our items: the autosave name. Applications' items: the window title. System items:
+        // the name without a number.
+        std::string title;
+        // Our items: the status item's length. Others: their width.
+        double length = 0;
+        bool hasImage = false;
+        bool movable = true;
+        bool numberedOnMacOS26 = false;
+    };
+
+    // What the window list says of an item's window.
+    struct WindowIdentity {
+        Pid ownerPID = 0;
+        std::string ownerName;
+        std::string title;
+    };
+
+    void setGeometry(Rect mainDisplay, double thickness);
+    double thickness() const { return thickness_; }
+    void setNaming(MenuBarNaming naming) { naming_ = naming; }
+    void setOwnProcess(Pid pid, std::string name);
+    Pid ownPID() const { return ownPID_; }
+    void setControlCenterPID(Pid pid) { controlCenterPID_ = pid; }
+    Pid controlCenterPID() const { return controlCenterPID_; }
+    void setFramesLag(bool lag) { framesLag_ = lag; }
+
+    // An application's or a system item, where macOS puts a new one; returns its window.
+    WindowID add(Item item);
+    // One of our own status items, at the left end unless its default autosave name has a
+    // remembered position.
+    WindowID addOwn(double length);
+    // False when there is no such window. Our items' positions are remembered.
+    bool remove(WindowID window);
+    void removeProcess(Pid pid);
+
+    void setLength(WindowID window, double length);
+    void setHasImage(WindowID window, bool hasImage);
+    void setAutosaveName(WindowID window, const std::string& name);
+
+    const Item* item(WindowID window) const;
+    // Every item, the lifted one included, in the order their windows were made.
+    std::vector<const Item*> itemsByWindow() const;
+    // Left to right, without a lifted item.
+    std::vector<WindowID> order() const;
+    std::optional<Rect> frame(WindowID window) const;
+    // The frame as a window description reports it: with lagging frames, the frame of the
+    // previous description once after the window moved.
+    std::optional<Rect> describedFrame(WindowID window);
+    WindowIdentity identity(const Item& item) const;
+    // The frame of the first item the process made.
+    std::optional<Rect> firstFrameOfProcess(Pid pid) const;
+    std::optional<double> rememberedDistance(const std::string& autosaveName) const;
+
+    // Command-drags, in window-server coordinates.
+    bool lift(WindowID window, Point pointer);
+    void dragTo(double pointerX);
+    void drop(double pointerX);
+    std::optional<WindowID> lifted() const;
+    bool isOnDisplay(Point point) const { return display_.contains(point); }
+
+    // The bar as one line, left to right: visible items "[Name]", items off the left edge
+    // "(Name)", our own items "<name length>" ("quillet." dropped, length only when fixed),
+    // "|" before the fixed part, and a lifted item last as "^[Name]".
+    std::string render() const;
+
+private:
+    struct Lifted {
+        Item item;
+        double grabOffset = 0;
+        double x = 0;
+    };
+
+    double width(const Item& item) const;
+    // Frames parallel to items_.
+    std::vector<Rect> layout() const;
+    std::size_t fixedStart() const;
+    std::size_t slotAt(double pointerX) const;
+    std::vector<Item>::iterator find(WindowID window);
+    void insertNear(Item item, double distance);
+    void remember(const Item& item, const Rect& frame);
+    std::string label(const Item& item) const;
+
+    Rect display_;
+    double thickness_ = 24.0;
+    MenuBarNaming naming_ = MenuBarNaming::macOS26;
+    Pid ownPID_ = 4242;
+    std::string ownName_ = "Quillet";
+    Pid controlCenterPID_ = 612;
+    bool framesLag_ = false;
+    WindowID nextWindow_ = 1000;
+    int ownItemsMade_ = 0;
+    std::vector<Item> items_;
+    std::optional<Lifted> lifted_;
+    std::map<std::string, double> remembered_;
+    std::map<WindowID, Rect> described_;
+};
+
+} // namespace quillet::sim

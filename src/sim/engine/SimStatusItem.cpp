@@ -1,0 +1,95 @@
+#include "sim/engine/SimStatusItem.hpp"
+
+#include <algorithm>
+
+namespace quillet::sim {
+
+SimStatusItem::SimStatusItem(std::weak_ptr<MenuBarModel> bar, double length)
+    : bar_(std::move(bar)), length_(length) {
+    if (auto model = bar_.lock()) {
+        window_ = model->addOwn(length);
+        autosaveName_ = model->item(window_)->title;
+        buttonHeight_ = model->thickness();
+    }
+}
+
+SimStatusItem::~SimStatusItem() {
+    leaveBar();
+}
+
+void SimStatusItem::leaveBar() {
+    if (auto model = bar_.lock(); model && inBar_) {
+        model->remove(window_);
+    }
+    inBar_ = false;
+}
+
+bool SimStatusItem::isInBar() const {
+    return inBar_ && !bar_.expired();
+}
+
+void SimStatusItem::setLength(double length) {
+    length_ = length;
+    if (auto model = bar_.lock(); model && inBar_) {
+        model->setLength(window_, length);
+    }
+}
+
+void SimStatusItem::setAutosaveName(const std::string& name) {
+    autosaveName_ = name;
+    if (auto model = bar_.lock(); model && inBar_) {
+        model->setAutosaveName(window_, name);
+    }
+}
+
+void SimStatusItem::setImage(const std::optional<SymbolImage>& image) {
+    image_ = image;
+    if (auto model = bar_.lock(); model && inBar_) {
+        model->setHasImage(window_, image.has_value());
+    }
+}
+
+void SimStatusItem::setAction(std::function<void(std::optional<ButtonEvent>)> handler,
+                              std::uint64_t sendActionOnMask) {
+    action_ = std::move(handler);
+    actionMask_ = sendActionOnMask;
+}
+
+void SimStatusItem::popUpMenu(const std::vector<MenuEntry>& entries, Point location,
+                              std::function<void(const std::string& action)> perform) {
+    menu_ = ShownMenu{entries, location, std::move(perform)};
+}
+
+bool SimStatusItem::click(std::optional<ButtonEvent> event) {
+    // An NSEvent mask has the bit of each event type it covers.
+    const bool sends = !event || (event->type < 64 && (actionMask_ >> event->type) & 1U);
+    if (!action_ || !sends) {
+        return false;
+    }
+    action_(event);
+    return true;
+}
+
+bool SimStatusItem::chooseMenuEntry(const std::string& title) {
+    if (!menu_) {
+        return false;
+    }
+    auto entry = std::find_if(menu_->entries.begin(), menu_->entries.end(), [&](const auto& e) {
+        return e.kind == MenuEntry::Kind::item && e.title == title;
+    });
+    if (entry == menu_->entries.end()) {
+        return false;
+    }
+    // A chosen menu closes. Entries aimed at the updater or the application go to them, not to
+    // the core's handler.
+    const bool forHandler = entry->target == MenuEntry::Target::handler;
+    const std::string action = entry->action;
+    auto perform = std::move(menu_->perform);
+    menu_.reset();
+    if (forHandler && perform) {
+        perform(action);
+    }
+    return true;
+}
+
+} // namespace quillet::sim
