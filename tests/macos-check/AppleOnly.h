@@ -11,6 +11,22 @@
 //
 // ARC: the files are checked with -fobjc-arc as on a Mac, so ARC's own rules (bridged casts,
 // __weak, no retain/release) are checked too and nothing here needs neutralising.
+//
+// Differences from a Mac that remain, so wrong Mac code may pass here:
+// - GNUstep types many parameters `id` where Apple names a protocol (-[NSApplication
+//   setDelegate:]), leaves most of its headers without nullability (nil passed where Apple says
+//   nonnull warns only on a Mac), and declares extensions Apple never had
+//   (-[NSString stringByTrimmingSpaces]).
+// - NSEventType is an integer here and an enum on a Mac; BOOL is unsigned char here (bool on
+//   Apple silicon); int64_t is long here and long long on a Mac.
+// - Availability and deprecation for the deployment target are not checked, except for the
+//   status item members and the renamed AppKit constants that sdk/AppKit/NSStatusItem.h and
+//   RenamedByApple.h handle.
+// - Every framework is visible to every file, so a missing #import shows only on a Mac.
+// And correct Mac code may still fail here where GNUstep returns an untyped collection or
+// `id<NSMenuItem>` (a property of an element is then looked up on `id`): screens, running
+// applications, menus and pop-up buttons are corrected in sdk/AppKit; correct others the same
+// way, with Apple's declaration.
 #pragma once
 #pragma clang system_header
 
