@@ -1,0 +1,126 @@
+#include "core/support/Observable.hpp"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace quillet {
+namespace {
+
+TEST(Observable, SubscriberHearsTheCurrentValueAtOnceThenEveryAssignment) {
+    Observable<std::string> name("first");
+    std::vector<std::string> heard;
+    Subscription token = name.subscribe([&](const std::string& value) { heard.push_back(value); });
+    EXPECT_EQ(heard, std::vector<std::string>{"first"});
+
+    name.set("second");
+    name.set("second"); // an equal value is still an assignment
+    EXPECT_EQ(heard, (std::vector<std::string>{"first", "second", "second"}));
+
+    token.cancel();
+    name.set("third");
+    EXPECT_EQ(heard.size(), 3u);
+    EXPECT_EQ(name.value(), "third");
+}
+
+TEST(Observable, ChangeIsAnnouncedBeforeItIsStored) {
+    Observable<int> count(1);
+    std::vector<std::pair<int, int>> announcedAndStored;
+    Subscription token = count.subscribe(
+        [&](const int& value) { announcedAndStored.emplace_back(value, count.value()); });
+    count.set(2);
+    count.set(7);
+    EXPECT_EQ(announcedAndStored, (std::vector<std::pair<int, int>>{{1, 1}, {2, 1}, {7, 2}}));
+    EXPECT_EQ(count.value(), 7);
+}
+
+TEST(Observable, DestroyingOrReplacingATokenEndsItsSubscription) {
+    Observable<int> count(0);
+    int calls = 0;
+    {
+        Subscription token = count.subscribe([&](const int&) { ++calls; });
+        Subscription moved = std::move(token);
+        count.set(1);
+        EXPECT_EQ(calls, 2);
+        moved = count.subscribe([&](const int&) { calls += 100; }); // ends the first one
+        count.set(2);
+        EXPECT_EQ(calls, 202);
+    }
+    count.set(3);
+    EXPECT_EQ(calls, 202);
+}
+
+TEST(Signal, SubscribersMayUnsubscribeThemselvesAndOthersDuringAnEmission) {
+    Signal<int> signal;
+    std::vector<std::string> calls;
+    Subscription first;
+    Subscription second;
+    Subscription third;
+    first = signal.subscribe([&](const int&) {
+        calls.push_back("first");
+        first.cancel(); // ends the subscription whose handler is running
+        third.cancel();
+    });
+    second = signal.subscribe([&](const int&) { calls.push_back("second"); });
+    third = signal.subscribe([&](const int&) { calls.push_back("third"); });
+
+    signal.emit(1);
+    EXPECT_EQ(calls, (std::vector<std::string>{"first", "second"}));
+    signal.emit(2);
+    EXPECT_EQ(calls, (std::vector<std::string>{"first", "second", "second"}));
+}
+
+TEST(Signal, NestedEmissionsAndLateSubscribersAreHandled) {
+    Signal<int> signal;
+    std::vector<int> heard;
+    Subscription late;
+    Subscription outer = signal.subscribe([&](const int& value) {
+        heard.push_back(value);
+        if (value == 1) {
+            late = signal.subscribe([&](const int& v) { heard.push_back(100 + v); });
+            signal.emit(2); // heard by everyone, the new subscriber included
+        }
+    });
+    Subscription quitter;
+    quitter = signal.subscribe([&](const int& value) {
+        heard.push_back(10 + value);
+        quitter.cancel(); // cancelled inside the nested emission
+    });
+
+    signal.emit(1);
+    // outer(1) -> nested: outer(2), quitter(2) cancels, late(2); back in the first emission
+    // the quitter is gone and the late subscriber hears 1 as well.
+    EXPECT_EQ(heard, (std::vector<int>{1, 2, 12, 102, 101}));
+    heard.clear();
+    signal.emit(3);
+    EXPECT_EQ(heard, (std::vector<int>{3, 103}));
+}
+
+TEST(Signal, TokensMayOutliveTheirSourceWithoutTouchingAnother) {
+    auto signal = std::make_unique<Signal<>>();
+    Subscription token = signal->subscribe([] {});
+    signal.reset();
+
+    // A new signal may reuse the memory and the subscriber numbering of the old one.
+    auto replacement = std::make_unique<Signal<>>();
+    int calls = 0;
+    Subscription current = replacement->subscribe([&] { ++calls; });
+    token.cancel();
+    replacement->emit();
+    EXPECT_EQ(calls, 1);
+}
+
+TEST(Signal, ASubscriberMayDestroyTheSignalItIsCalledFrom) {
+    auto signal = std::make_unique<Signal<>>();
+    int laterCalls = 0;
+    Subscription destroyer = signal->subscribe([&] { signal.reset(); });
+    Subscription later = signal->subscribe([&] { ++laterCalls; });
+    signal->emit();
+    EXPECT_EQ(signal, nullptr);
+    EXPECT_EQ(laterCalls, 1);
+}
+
+} // namespace
+} // namespace quillet
