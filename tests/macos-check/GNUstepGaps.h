@@ -129,11 +129,11 @@ enum : NSEventModifierFlags {
 @end
 
 // NSWorkspace.h
-APPKIT_EXPORT NSNotificationName const
+APPKIT_EXTERN NSNotificationName const
     NSWorkspaceDidActivateApplicationNotification API_AVAILABLE(macos(10.6));
-APPKIT_EXPORT NSNotificationName const
+APPKIT_EXTERN NSNotificationName const
     NSWorkspaceDidDeactivateApplicationNotification API_AVAILABLE(macos(10.6));
-APPKIT_EXPORT NSString* const NSWorkspaceApplicationKey API_AVAILABLE(macos(10.6));
+APPKIT_EXTERN NSString* const NSWorkspaceApplicationKey API_AVAILABLE(macos(10.6));
 @interface NSWorkspace (AppleOnlyApplications)
 - (nullable NSURL*)URLForApplicationWithBundleIdentifier:(NSString*)bundleIdentifier
     API_AVAILABLE(macos(10.6));
@@ -153,7 +153,7 @@ APPKIT_EXPORT NSString* const NSWorkspaceApplicationKey API_AVAILABLE(macos(10.6
 // NSStackView.h
 API_AVAILABLE(macos(10.9))
 @interface NSStackView : NSView
-+ (instancetype)stackViewWithViews:(NSArray<NSView*>*)views API_AVAILABLE(macos(10.11));
++ (instancetype)stackViewWithViews:(NSArray<NSView*>*)views;
 @property NSUserInterfaceLayoutOrientation orientation;
 @property NSLayoutAttribute alignment;
 @property NSEdgeInsets edgeInsets;
