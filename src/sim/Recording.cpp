@@ -42,7 +42,7 @@ WindowValue toWindowValue(const json& value) {
     case json::value_t::object: {
         WindowValue::Dictionary members;
         for (const auto& [name, member] : value.items()) {
-            members.emplace_back(name, toWindowValue(member));
+            members.push_back({name, toWindowValue(member)});
         }
         return {std::move(members)};
     }

@@ -6,11 +6,12 @@
 #include <functional>
 #include <optional>
 #include <string>
-#include <utility>
 #include <variant>
 #include <vector>
 
 namespace quillet {
+
+struct WindowValueMember;
 
 // One value of a window description, typed as the window server typed it. The core decides how
 // strictly to read it (a layer that arrives as a string is not a layer), so the adapters pass
@@ -19,14 +20,29 @@ struct WindowValue {
     struct Unsupported {
         friend bool operator==(const Unsupported&, const Unsupported&) = default;
     };
-    using Dictionary = std::vector<std::pair<std::string, WindowValue>>;
+    using Dictionary = std::vector<WindowValueMember>;
 
     std::variant<std::monostate, bool, std::int64_t, double, std::string, Dictionary, Unsupported>
         content;
 
     bool isAbsent() const { return std::holds_alternative<std::monostate>(content); }
-    friend bool operator==(const WindowValue&, const WindowValue&) = default;
+    // Defined once the type is complete: comparing a dictionary compares WindowValues.
+    friend bool operator==(const WindowValue&, const WindowValue&);
 };
+
+// One named member of a dictionary value.
+struct WindowValueMember {
+    std::string name;
+    WindowValue value;
+};
+
+inline bool operator==(const WindowValueMember& a, const WindowValueMember& b) {
+    return a.name == b.name && a.value == b.value;
+}
+
+inline bool operator==(const WindowValue& a, const WindowValue& b) {
+    return a.content == b.content;
+}
 
 // The keys of a window description that Quillet reads (the kCGWindow… keys).
 enum class WindowKey { layer, bounds, ownerPID, number, ownerName, name };

@@ -69,7 +69,7 @@ WindowValue dictionaryValue(CFDictionaryRef dictionary) {
             continue;
         }
         if (auto name = utf8String(static_cast<CFStringRef>(keys[i]))) {
-            members.emplace_back(std::move(*name), windowValue(values[i]));
+            members.push_back({std::move(*name), windowValue(values[i])});
         }
     }
     return {std::move(members)};
