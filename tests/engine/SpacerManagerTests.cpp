@@ -1,9 +1,9 @@
 #include "core/engine/SpacerManager.hpp"
+#include "sim/SimulatedMac.hpp"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <memory>
 #include <optional>
 #include <string>
@@ -12,132 +12,145 @@
 namespace quillet {
 namespace {
 
+using sim::SimulatedMac;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-// A status bar that keeps its items in creation order and remembers what was set on them.
-class RecordingStatusBar : public StatusBarHost {
-public:
-    struct Item : StatusItem {
-        double length_ = 0.0;
-        std::string autosaveName;
-        bool withButton = true;
-        std::optional<SymbolImage> image;
-        std::optional<std::string> toolTip;
-        int buttonChanges = 0;
+constexpr std::uint32_t kWindowIDField = 51;
 
-        double length() const override { return length_; }
-        void setLength(double length) override { length_ = length; }
-        void setAutosaveName(const std::string& name) override { autosaveName = name; }
-        bool hasButton() const override { return withButton; }
-        void setImage(const std::optional<SymbolImage>& value) override {
-            image = value;
-            ++buttonChanges;
-        }
-        void setToolTip(const std::optional<std::string>& value) override {
-            toolTip = value;
-            ++buttonChanges;
-        }
-        void setAction(std::function<void(std::optional<ButtonEvent>)>, std::uint64_t) override {
-            ++buttonChanges;
-        }
-        double buttonHeight() const override { return 22.0; }
-        void popUpMenu(const std::vector<MenuEntry>&, Point,
-                       std::function<void(const std::string&)>) override {}
-    };
-
-    std::shared_ptr<StatusItem> createStatusItem(double length) override {
-        auto item = std::make_shared<Item>();
-        item->length_ = length;
-        item->withButton = buttons;
-        items.push_back(item);
-        ++created;
-        return item;
-    }
-    void removeStatusItem(const std::shared_ptr<StatusItem>& item) override {
-        auto found = std::find(items.begin(), items.end(), item);
-        ASSERT_NE(found, items.end()) << "removed an item the bar does not hold";
-        removed.push_back((*found)->autosaveName);
-        items.erase(found);
-    }
-
-    std::vector<std::string> names() const {
-        std::vector<std::string> result;
-        for (const auto& item : items) {
-            result.push_back(item->autosaveName);
-        }
-        return result;
-    }
-
-    bool buttons = true;
-    std::vector<std::shared_ptr<Item>> items;
-    std::vector<std::string> removed;
-    int created = 0;
-};
-
+// A 1512-point display with the fixed right part (clock, Control Center) and Dropbox left of it;
+// new status items appear at the left end.
 class SpacerManagerTest : public ::testing::Test {
 protected:
-    RecordingStatusBar bar;
-    SpacerManager spacers{bar};
+    SpacerManagerTest() {
+        mac.setDisplays({makeRect(0, 0, 1512, 982)});
+        mac.addControlCenterAndClock();
+        mac.addApplicationItem({"com.getdropbox.dropbox", "Dropbox", 701}, "Item-0", 30);
+    }
+
+    std::shared_ptr<sim::SimStatusItem> spacer(int index) const {
+        return mac.ownStatusItem("quillet.spacer" + std::to_string(index));
+    }
+
+    // A user's Command-drag of an item, released at `x`.
+    void commandDrag(WindowID window, double x) {
+        const EventSource source;
+        const double start = mac.statusItemFrame(window)->midX();
+        for (auto [type, at] : {std::pair{MouseEventType::leftMouseDown, start},
+                                std::pair{MouseEventType::leftMouseUp, x}}) {
+            mac.post(source, {type, {at, 12}, EventFlags::command, {{kWindowIDField, window}}});
+        }
+    }
+
+    SimulatedMac mac;
+    SpacerManager spacers{mac};
 };
 
 TEST_F(SpacerManagerTest, NewSpacersAreNarrowDottedItemsNamedByTheirPosition) {
     spacers.setCount(2);
-    EXPECT_THAT(bar.names(), ElementsAre("quillet.spacer0", "quillet.spacer1"));
-    for (const auto& item : bar.items) {
-        EXPECT_EQ(item->length(), 22.0);
-        ASSERT_TRUE(item->image);
-        EXPECT_EQ(item->image->symbolName, "circle.dotted");
-        EXPECT_EQ(item->image->accessibilityDescription, "Spacer");
-        EXPECT_TRUE(item->image->isTemplate);
-        EXPECT_FALSE(item->image->pointSize);
-        EXPECT_FALSE(item->image->weight);
-        EXPECT_EQ(item->toolTip, "Quillet spacer — ⌘-drag to position");
+    EXPECT_EQ(mac.renderMenuBar(), "<spacer1 22> <spacer0 22> [Dropbox] | [BentoBox] [Clock]");
+    for (int index : {0, 1}) {
+        const auto item = spacer(index);
+        ASSERT_TRUE(item) << index;
+        EXPECT_EQ(mac.statusItemFrame(item->window())->width(), 22.0);
+        ASSERT_TRUE(item->image());
+        EXPECT_EQ(item->image()->symbolName, "circle.dotted");
+        EXPECT_EQ(item->image()->accessibilityDescription, "Spacer");
+        EXPECT_TRUE(item->image()->isTemplate);
+        EXPECT_FALSE(item->image()->pointSize);
+        EXPECT_FALSE(item->image()->weight);
+        EXPECT_EQ(item->toolTip(), "Quillet spacer — ⌘-drag to position");
     }
     EXPECT_EQ(spacers.spacers().size(), 2u);
 }
 
 TEST_F(SpacerManagerTest, CountIsClampedToWhatCanBeShown) {
     spacers.setCount(9);
-    EXPECT_THAT(bar.names(), ElementsAre("quillet.spacer0", "quillet.spacer1", "quillet.spacer2",
-                                         "quillet.spacer3", "quillet.spacer4"));
+    EXPECT_EQ(mac.renderMenuBar(), "<spacer4 22> <spacer3 22> <spacer2 22> <spacer1 22> "
+                                   "<spacer0 22> [Dropbox] | [BentoBox] [Clock]");
+    EXPECT_EQ(spacers.spacers().size(), 5u);
+
     spacers.setCount(-3);
-    EXPECT_THAT(bar.names(), IsEmpty());
+    EXPECT_EQ(mac.renderMenuBar(), "[Dropbox] | [BentoBox] [Clock]");
     EXPECT_THAT(spacers.spacers(), IsEmpty());
-    EXPECT_THAT(bar.removed, ElementsAre("quillet.spacer4", "quillet.spacer3", "quillet.spacer2",
-                                         "quillet.spacer1", "quillet.spacer0"));
 }
 
-TEST_F(SpacerManagerTest, ShrinkingRemovesTheNewestAndGrowingReusesTheirNames) {
+TEST_F(SpacerManagerTest, ShrinkingRemovesTheNewestAndKeepsTheOldest) {
     spacers.setCount(3);
-    const auto oldest = bar.items.front();
+    const auto oldest = spacer(0);
 
     spacers.setCount(1);
-    EXPECT_THAT(bar.removed, ElementsAre("quillet.spacer2", "quillet.spacer1"));
-    EXPECT_THAT(bar.names(), ElementsAre("quillet.spacer0"));
-    EXPECT_EQ(bar.items.front(), oldest);
+    EXPECT_FALSE(spacer(2));
+    EXPECT_FALSE(spacer(1));
+    EXPECT_EQ(spacer(0), oldest);
+    EXPECT_EQ(mac.renderMenuBar(), "<spacer0 22> [Dropbox] | [BentoBox] [Clock]");
+}
 
+// Naming by position is what lets a spacer the user placed come back to its place: macOS
+// remembers positions by autosave name.
+TEST_F(SpacerManagerTest, ASpacerRemovedAndAddedAgainReturnsWhereTheUserPutIt) {
     spacers.setCount(2);
-    EXPECT_THAT(bar.names(), ElementsAre("quillet.spacer0", "quillet.spacer1"));
-    EXPECT_EQ(bar.items.front(), oldest);
+    commandDrag(spacer(1)->window(), 1380);
+    EXPECT_EQ(mac.renderMenuBar(), "<spacer0 22> [Dropbox] <spacer1 22> | [BentoBox] [Clock]");
+
+    spacers.setCount(1);
+    EXPECT_EQ(mac.renderMenuBar(), "<spacer0 22> [Dropbox] | [BentoBox] [Clock]");
+    spacers.setCount(2);
+    EXPECT_EQ(mac.renderMenuBar(), "<spacer0 22> [Dropbox] <spacer1 22> | [BentoBox] [Clock]");
 }
 
 TEST_F(SpacerManagerTest, TheCurrentCountCreatesAndRemovesNothing) {
     spacers.setCount(2);
-    const auto before = bar.items;
+    const auto before = spacers.spacers();
+    const auto order = mac.menuBarOrder();
     spacers.setCount(2);
-    EXPECT_EQ(bar.created, 2);
-    EXPECT_THAT(bar.removed, IsEmpty());
-    EXPECT_EQ(bar.items, before);
+    EXPECT_EQ(spacers.spacers(), before);
+    EXPECT_EQ(mac.menuBarOrder(), order);
 
     spacers.setCount(0);
     spacers.setCount(-1);
-    EXPECT_EQ(bar.created, 2);
-    EXPECT_EQ(bar.removed.size(), 2u);
+    EXPECT_THAT(spacers.spacers(), IsEmpty());
+    EXPECT_EQ(mac.renderMenuBar(), "[Dropbox] | [BentoBox] [Clock]");
 }
 
-TEST_F(SpacerManagerTest, ItemsWithoutAButtonAreNamedButGetNoImageOrToolTip) {
-    bar.buttons = false;
+// A status bar whose items have no button: only their length and name can be set.
+class ButtonlessStatusBar : public StatusBarHost {
+public:
+    struct Item : StatusItem {
+        double length_ = 0.0;
+        std::string autosaveName;
+        int buttonChanges = 0;
+
+        double length() const override { return length_; }
+        void setLength(double length) override { length_ = length; }
+        void setAutosaveName(const std::string& name) override { autosaveName = name; }
+        bool hasButton() const override { return false; }
+        void setImage(const std::optional<SymbolImage>&) override { ++buttonChanges; }
+        void setToolTip(const std::optional<std::string>&) override { ++buttonChanges; }
+        void setAction(std::function<void(std::optional<ButtonEvent>)>, std::uint64_t) override {
+            ++buttonChanges;
+        }
+        double buttonHeight() const override { return 0.0; }
+        void popUpMenu(const std::vector<MenuEntry>&, Point,
+                       std::function<void(const std::string&)>) override {
+            ++buttonChanges;
+        }
+    };
+
+    std::shared_ptr<StatusItem> createStatusItem(double length) override {
+        auto item = std::make_shared<Item>();
+        item->length_ = length;
+        items.push_back(item);
+        return item;
+    }
+    void removeStatusItem(const std::shared_ptr<StatusItem>&) override {}
+
+    std::vector<std::shared_ptr<Item>> items;
+};
+
+TEST(SpacerManager, ItemsWithoutAButtonAreNamedButGetNoImageOrToolTip) {
+    ButtonlessStatusBar bar;
+    SpacerManager spacers(bar);
     spacers.setCount(1);
     ASSERT_EQ(bar.items.size(), 1u);
     EXPECT_EQ(bar.items[0]->autosaveName, "quillet.spacer0");
