@@ -1,0 +1,265 @@
+#include "core/engine/ItemMover.hpp"
+#include "core/support/Task.hpp"
+#include "sim/SimulatedMac.hpp"
+#include "sim/VirtualScheduler.hpp"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace quillet {
+namespace {
+
+using namespace std::chrono_literals;
+using ItemMover::Side;
+using sim::SimulatedMac;
+using ::testing::ElementsAre;
+using ::testing::ElementsAreArray;
+
+constexpr Pid kDropboxPID = 701;
+constexpr Pid kNotionPID = 702;
+
+// Right to left: clock 1425..1512, Control Center 1392..1425, Dropbox 1362..1392, our separator
+// 1340..1362 and Notion 1260..1340, wide enough to take a drop on either half.
+struct MoverScene {
+    explicit MoverScene(sim::VirtualScheduler* scheduler = nullptr)
+        : mac(scheduler ? SimulatedMac(*scheduler) : SimulatedMac()) {
+        mac.setDisplays({makeRect(0, 0, 1512, 982)});
+        mac.setPointerLocation({700, 500}); // 482 below the top
+        mac.addControlCenterAndClock();
+        dropbox = mac.addApplicationItem({"com.getdropbox.dropbox", "Dropbox", kDropboxPID},
+                                         "Item-0", 30);
+        separatorItem = mac.createStatusItem(kVariableStatusItemLength);
+        separatorItem->setAutosaveName("quillet.separator");
+        separatorItem->setImage(
+            SymbolImage{"ellipsis", "Quillet", true, std::nullopt, std::nullopt});
+        separator = mac.ownStatusItem("quillet.separator")->window();
+        notion = mac.addApplicationItem({"notion.id", "Notion", kNotionPID}, "Item-0", 80);
+        clock = mac.menuBarOrder().back();
+    }
+
+    SimulatedMac mac;
+    std::shared_ptr<StatusItem> separatorItem;
+    WindowID dropbox = 0;
+    WindowID separator = 0;
+    WindowID notion = 0;
+    WindowID clock = 0;
+};
+
+class ItemMoverTest : public ::testing::Test, public MoverScene {
+protected:
+    bool move(WindowID item, Side side, WindowID anchor, int attempts = 6) {
+        return ItemMover::move(mac, mac, item, side, anchor, attempts);
+    }
+
+    Rect frame(WindowID window) { return *mac.statusItemFrame(window); }
+    const std::vector<sim::SimulatedInput::PostedEvent>& events() { return mac.input().events(); }
+
+    // The settle pauses that end the attempts.
+    std::vector<std::chrono::microseconds> settlePauses() {
+        std::vector<std::chrono::microseconds> result;
+        for (const auto& pause : mac.input().pauses()) {
+            if (pause.length >= 70000us) {
+                result.push_back(pause.length);
+            }
+        }
+        return result;
+    }
+
+    void expectCursorRestoredOnce() {
+        EXPECT_EQ(mac.input().cursorHides(), 1);
+        EXPECT_EQ(mac.input().cursorShows(), 1);
+        EXPECT_THAT(mac.input().warps(), ElementsAre(Point{700, 482}));
+    }
+};
+
+TEST_F(ItemMoverTest, DragsStepByStepAndReleasesBesideTheAnchorsNewPlace) {
+    ASSERT_TRUE(move(dropbox, Side::left, separator));
+
+    const std::vector<std::pair<std::uint32_t, std::int64_t>> fields{
+        {91, dropbox}, {92, dropbox}, {51, dropbox}};
+    std::vector<std::pair<MouseEventType, Point>> expected{
+        {MouseEventType::mouseMoved, {1377, 12}}, {MouseEventType::leftMouseDown, {1377, 12}}};
+    // Sixteen steps from the item's centre to 4 points plus its width left of the separator.
+    for (int i = 1; i <= 16; ++i) {
+        expected.push_back({MouseEventType::leftMouseDragged, {1377 - 71 * i / 16.0, 12}});
+    }
+    // Lifting Dropbox moved the separator 30 points right: one more step, and the releases.
+    expected.push_back({MouseEventType::leftMouseDragged, {1336, 12}});
+    expected.push_back({MouseEventType::leftMouseUp, {1336, 12}});
+    expected.push_back({MouseEventType::leftMouseUp, {1336, 12}});
+
+    ASSERT_EQ(events().size(), expected.size());
+    std::vector<Duration> times;
+    for (std::size_t i = 0; i < expected.size(); ++i) {
+        EXPECT_EQ(events()[i].event.type, expected[i].first) << i;
+        EXPECT_EQ(events()[i].event.location, expected[i].second) << i;
+        EXPECT_EQ(events()[i].event.flags, EventFlags::command) << i;
+        EXPECT_EQ(events()[i].event.integerFields, fields) << i;
+        times.push_back(events()[i].time);
+    }
+    // Moved, 20 ms, pressed, 50 ms, drags 14 ms apart, 40 ms after the last, then the rest at once.
+    std::vector<Duration> expectedTimes{0us, 20000us};
+    for (int i = 0; i < 16; ++i) {
+        expectedTimes.push_back(70000us + i * 14000us);
+    }
+    expectedTimes.insert(expectedTimes.end(), 3, 334000us);
+    EXPECT_THAT(times, ElementsAreArray(expectedTimes));
+    EXPECT_THAT(settlePauses(), ElementsAre(70000us));
+    EXPECT_EQ(mac.input().now(), 404000us);
+
+    // Right beside the separator, not beyond Notion.
+    EXPECT_EQ(frame(dropbox).maxX(), frame(separator).minX());
+    EXPECT_EQ(mac.renderMenuBar(), "[Notion] [Dropbox] <separator> | [BentoBox] [Clock]");
+    expectCursorRestoredOnce();
+}
+
+TEST_F(ItemMoverTest, AnItemAlreadyOnTheRequestedSideOnlyHidesAndShowsTheCursor) {
+    EXPECT_TRUE(move(notion, Side::left, separator));
+    EXPECT_TRUE(move(dropbox, Side::right, separator));
+    EXPECT_TRUE(events().empty());
+    EXPECT_EQ(mac.input().cursorHides(), 2);
+    EXPECT_EQ(mac.input().cursorShows(), 2);
+    EXPECT_EQ(mac.input().now(), 0us);
+}
+
+TEST_F(ItemMoverTest, ALimitOfZeroOnlyTellsWhereTheItemIs) {
+    EXPECT_FALSE(move(dropbox, Side::left, separator, 0));
+    EXPECT_TRUE(move(dropbox, Side::right, separator, 0));
+    EXPECT_TRUE(events().empty());
+}
+
+TEST_F(ItemMoverTest, AUserHoldingTheButtonIsNeverFought) {
+    mac.setLeftButtonHeld(true);
+    EXPECT_FALSE(move(dropbox, Side::left, separator));
+    EXPECT_TRUE(events().empty());
+    expectCursorRestoredOnce();
+}
+
+TEST_F(ItemMoverTest, AButtonPressedDuringAnAttemptStopsBeforeTheNext) {
+    // Right of the clock is out of reach: every attempt fails.
+    mac.holdLeftButtonFrom(200ms);
+    EXPECT_FALSE(move(dropbox, Side::right, clock));
+    EXPECT_EQ(events().size(), 20u);
+    EXPECT_EQ(events().back().event.type, MouseEventType::leftMouseUp);
+    EXPECT_THAT(settlePauses(), ElementsAre(70000us));
+    expectCursorRestoredOnce();
+}
+
+TEST_F(ItemMoverTest, RetriesWithGrowingPausesUntilTheAttemptsRunOut) {
+    EXPECT_FALSE(move(dropbox, Side::right, clock));
+    EXPECT_EQ(events().size(), 6 * 20u);
+    EXPECT_THAT(settlePauses(),
+                ElementsAre(70000us, 105000us, 157500us, 236250us, 354375us, 531562us));
+    EXPECT_EQ(mac.renderMenuBar(), "[Notion] <separator> [Dropbox] | [BentoBox] [Clock]");
+    expectCursorRestoredOnce();
+}
+
+TEST_F(ItemMoverTest, FramesThatLagMakeItTryAgainUntilTheLandingShows) {
+    mac.setFramesLag(true);
+    EXPECT_TRUE(move(dropbox, Side::left, separator));
+    // The first release aimed at the separator's old place and landed beyond Notion; the second
+    // attempt, seeing the old frames still, put Dropbox beside the separator.
+    EXPECT_THAT(settlePauses(), ElementsAre(70000us, 105000us));
+    EXPECT_EQ(events().size(), 40u);
+    EXPECT_EQ(frame(dropbox).maxX(), frame(separator).minX());
+}
+
+TEST_F(ItemMoverTest, AWindowThatVanishesGivesFalseOnTheNextAttempt) {
+    mac.at(100ms, [this] { mac.quitApplication(kDropboxPID); });
+    EXPECT_FALSE(move(dropbox, Side::left, separator));
+    EXPECT_EQ(events().back().event.type, MouseEventType::leftMouseUp);
+    EXPECT_THAT(settlePauses(), ElementsAre(70000us));
+    EXPECT_EQ(mac.renderMenuBar(), "[Notion] <separator> | [BentoBox] [Clock]");
+    expectCursorRestoredOnce();
+
+    // A missing anchor fails at once.
+    EXPECT_FALSE(move(notion, Side::right, dropbox));
+    EXPECT_EQ(mac.input().cursorShows(), 2);
+}
+
+TEST_F(ItemMoverTest, WithoutAnEventSourceTheCursorIsLeftAlone) {
+    mac.setEventSourceAvailable(false);
+    EXPECT_FALSE(move(dropbox, Side::left, separator));
+    EXPECT_EQ(mac.input().cursorHides(), 0);
+
+    // Without a pointer location the cursor goes back to the origin.
+    mac.setEventSourceAvailable(true);
+    mac.setPointerEventAvailable(false);
+    EXPECT_TRUE(move(dropbox, Side::left, separator));
+    EXPECT_THAT(mac.input().warps(), ElementsAre(Point{0, 0}));
+}
+
+TEST_F(ItemMoverTest, LimitsOutsideZeroToTwentySevenStopTheProgram) {
+    EXPECT_DEATH(move(dropbox, Side::left, separator, 28), "limit of 28 is outside 0...27");
+    EXPECT_DEATH(move(dropbox, Side::left, separator, -1), "limit of -1 is outside 0...27");
+}
+
+// Fixed windows the mover reads but cannot lift.
+class ItemMoverOverFixedWindowsTest : public ::testing::Test {
+protected:
+    ItemMoverOverFixedWindowsTest() { mac.setDisplays({makeRect(0, 0, 1512, 982)}); }
+
+    void addWindow(WindowID window, Rect frame) {
+        mac.addWindow(SimulatedMac::statusItemWindow(window, frame, 9, "App", "Item-0"));
+    }
+
+    SimulatedMac mac;
+};
+
+TEST_F(ItemMoverOverFixedWindowsTest, TheLandingTestAllowsTwoPoints) {
+    addWindow(1, makeRect(1000, 0, 22, 24));
+    addWindow(2, makeRect(972, 0, 30, 24));   // right edge 2 points over the anchor's left
+    addWindow(3, makeRect(972.5, 0, 30, 24)); // 2.5 points over
+    addWindow(4, makeRect(1020, 0, 30, 24));  // left edge 2 points inside the anchor's right
+    addWindow(5, makeRect(1019.5, 0, 30, 24));
+    EXPECT_TRUE(ItemMover::move(mac, mac, 2, Side::left, 1, 0));
+    EXPECT_FALSE(ItemMover::move(mac, mac, 3, Side::left, 1, 0));
+    EXPECT_TRUE(ItemMover::move(mac, mac, 4, Side::right, 1, 0));
+    EXPECT_FALSE(ItemMover::move(mac, mac, 5, Side::right, 1, 0));
+}
+
+TEST_F(ItemMoverOverFixedWindowsTest, TheLastDragStepIsExactlyAtTheTarget) {
+    // Coordinates for which start + (target - start) * 16 * 0.0625 misses the target.
+    addWindow(1, makeRect(140.79, 0, 20, 24));
+    addWindow(2, makeRect(977.39, 0, 48.38, 24));
+    EXPECT_FALSE(ItemMover::move(mac, mac, 2, Side::left, 1, 1));
+    const auto& events = mac.input().events();
+    ASSERT_EQ(events.size(), 20u);
+    const double target = 140.79 - 48.38 - 4.0;
+    EXPECT_EQ(events[17].event.type, MouseEventType::leftMouseDragged);
+    EXPECT_EQ(events[17].event.location.x, target);
+    EXPECT_EQ(events[18].event.location, (Point{target, 12}));
+}
+
+// As the app runs it: in background work, the main thread awaiting the result.
+class ItemMoverInTheAppTest : public ::testing::Test {
+protected:
+    Task<> moveInBackground(WindowID item, Side side, WindowID anchor) {
+        landed.push_back(co_await inBackground<bool>(scheduler, [=, this] {
+            return ItemMover::move(scene.mac, scene.mac, item, side, anchor, 6);
+        }));
+    }
+
+    sim::VirtualScheduler scheduler;
+    MoverScene scene{&scheduler};
+    std::vector<bool> landed;
+};
+
+TEST_F(ItemMoverInTheAppTest, ItemsLandOnTheRequestedSideInVirtualTime) {
+    auto& mac = scene.mac;
+    TaskHandle::spawn(scheduler, moveInBackground(scene.notion, Side::right, scene.separator));
+    scheduler.runUntilIdle();
+    EXPECT_EQ(scheduler.now(), 404000us);
+    EXPECT_GE(mac.statusItemFrame(scene.notion)->minX(),
+              mac.statusItemFrame(scene.separator)->maxX() - 2);
+
+    TaskHandle::spawn(scheduler, moveInBackground(scene.dropbox, Side::left, scene.separator));
+    scheduler.runUntilIdle();
+    EXPECT_LE(mac.statusItemFrame(scene.dropbox)->maxX(),
+              mac.statusItemFrame(scene.separator)->minX() + 2);
+    EXPECT_THAT(landed, ElementsAre(true, true));
+    EXPECT_EQ(mac.renderMenuBar(), "[Dropbox] <separator> [Notion] | [BentoBox] [Clock]");
+}
+
+} // namespace
+} // namespace quillet
