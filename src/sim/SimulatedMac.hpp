@@ -3,24 +3,28 @@
 // Setting up a menu bar scene for a test:
 //
 //   VirtualScheduler scheduler;
-//   SimulatedMac mac(scheduler);           // pauses of synthetic input move this clock
+//   SimulatedMac mac(scheduler);            // synthetic input's pauses move this clock
 //   mac.setDisplays({makeRect(0, 0, 1512, 982)});
-//   mac.setOwnProcess(4242, "Quillet");    // the default; our status items belong to it
-//   mac.setNaming(MenuBarNaming::macOS26); // the default; or perApplication
-//   mac.addControlCenterAndClock();        // the fixed right part
-//   // Like macOS, every new item appears at the left end: add them from right to left.
-//   mac.addSystemItem("Battery", 42);
-//   auto dropbox = mac.addApplicationItem({"com.getdropbox.dropbox", "Dropbox", 701}, "Item-0",
-//   30);
-//   // The code under test creates its own items through the StatusBarHost (the mac itself).
+//   mac.setOwnProcess(4242, "Quillet");     // the default: our status items belong to it
+//   mac.setNaming(MenuBarNaming::macOS26);  // the default; or perApplication
+//   mac.addControlCenterAndClock();         // the fixed right part, 1392..1512
+//   // Like macOS, each new item appears at the left end: add them from right to left.
+//   mac.addSystemItem("Battery", 42);       // 1350..1392
+//   auto dropbox = mac.addApplicationItem({"com.getdropbox.dropbox", "Dropbox", 701},
+//                                         "Item-0", 30); // 1320..1350
+//   // The code under test creates its items through the StatusBarHost (the mac itself); they
+//   // too come in at the left end unless their autosave name has a remembered place.
 //   …
-//   EXPECT_EQ(mac.renderMenuBar(), "[Dropbox] <separator> [Battery] | [BentoBox] [Clock]");
-//   EXPECT_LT(mac.statusItemFrame(dropbox)->maxX(), separatorFrame.minX());
+//   EXPECT_EQ(mac.renderMenuBar(), "<separator> [Dropbox] [Battery] | [BentoBox] [Clock]");
+//   EXPECT_LE(mac.statusItemFrame(dropbox)->maxX(), separatorFrame.minX() + 2);
 //
 // Status item windows are numbered from 1000 in the order they are made and listed after the
-// windows given with addWindow. Run the item mover inside background work of the scheduler
-// (`inBackground`), as the app does: its pauses move the virtual clock there. `at(time, …)`
-// changes the world during such a pause (an app quitting mid-drag, a user pressing the button).
+// windows given with addWindow; `ownStatusItem(name)` finds our items to click them or read
+// their images. Run the item mover inside background work of the scheduler (`inBackground`), as
+// the app does: its pauses move the virtual clock there. `at(time, …)` changes the world during
+// such a pause (an app quitting mid-drag); `holdLeftButtonFrom(time)` is a user pressing the
+// button. A test without a scheduler can call the mover directly; its pauses then move a clock
+// of the simulated Mac's own (`input().now()`).
 
 #include "core/ports/AccessibilityReader.hpp"
 #include "core/ports/DisplayGeometry.hpp"

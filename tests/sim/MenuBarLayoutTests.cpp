@@ -159,6 +159,11 @@ TEST_F(MenuBarLayoutTest, TheBarDoesNotKeepItemsThatNobodyHolds) {
     EXPECT_EQ(mac.renderMenuBar(), "<toggle> [Dropbox] [Battery] | [BentoBox] [Clock]");
     EXPECT_EQ(mac.ownStatusItem("quillet.toggle"), kept);
     EXPECT_EQ(mac.ownStatusItem("quillet.separator"), nullptr);
+
+    // When our process goes, so do its windows.
+    mac.quitApplication(kOwnPID);
+    EXPECT_EQ(mac.ownStatusItem("quillet.toggle"), nullptr);
+    EXPECT_EQ(mac.renderMenuBar(), "[Dropbox] [Battery] | [BentoBox] [Clock]");
 }
 
 TEST_F(MenuBarLayoutTest, ButtonsSendTheirActionOnlyForTheirEventsAndMenusPerformHandlerEntries) {

@@ -113,9 +113,10 @@ public:
     std::optional<WindowID> lifted() const;
     bool isOnDisplay(Point point) const { return display_.contains(point); }
 
-    // The bar as one line, left to right: visible items "[Name]", items off the left edge
-    // "(Name)", our own items "<name length>" ("quillet." dropped, length only when fixed),
-    // "|" before the fixed part, and a lifted item last as "^[Name]".
+    // The bar as one line, left to right: "[Name]" for a visible item and "(Name)" for one off
+    // the left edge of the display, our own items as "<name length>" ("quillet." dropped, the
+    // length shown only when it is not variable; "(<name>)" off the edge), "|" before the fixed
+    // part, and a lifted item last as "^[Name]".
     std::string render() const;
 
 private:

@@ -9,7 +9,6 @@ SimStatusItem::SimStatusItem(std::weak_ptr<MenuBarModel> bar, double length)
     if (auto model = bar_.lock()) {
         window_ = model->addOwn(length);
         autosaveName_ = model->item(window_)->title;
-        buttonHeight_ = model->thickness();
     }
 }
 
@@ -24,8 +23,16 @@ void SimStatusItem::leaveBar() {
     inBar_ = false;
 }
 
+double SimStatusItem::buttonHeight() const {
+    // The button is as high as the menu bar.
+    auto model = bar_.lock();
+    return model ? model->thickness() : 0;
+}
+
 bool SimStatusItem::isInBar() const {
-    return inBar_ && !bar_.expired();
+    // The window may also have gone with the process, as when the simulated app quits.
+    auto model = bar_.lock();
+    return inBar_ && model && model->item(window_);
 }
 
 void SimStatusItem::setLength(double length) {

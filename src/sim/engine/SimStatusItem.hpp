@@ -32,7 +32,7 @@ public:
     void setToolTip(const std::optional<std::string>& toolTip) override { toolTip_ = toolTip; }
     void setAction(std::function<void(std::optional<ButtonEvent>)> handler,
                    std::uint64_t sendActionOnMask) override;
-    double buttonHeight() const override { return buttonHeight_; }
+    double buttonHeight() const override;
     void popUpMenu(const std::vector<MenuEntry>& entries, Point location,
                    std::function<void(const std::string& action)> perform) override;
 
@@ -57,7 +57,6 @@ private:
     std::weak_ptr<MenuBarModel> bar_;
     WindowID window_ = 0;
     double length_;
-    double buttonHeight_ = 0;
     std::string autosaveName_;
     std::optional<SymbolImage> image_;
     std::optional<std::string> toolTip_;
