@@ -337,7 +337,7 @@ Point SimulatedMac::flipped(Point location) const {
     return {location.x, mainDisplayBounds().height() - location.y};
 }
 
-std::optional<Point> SimulatedMac::pointerLocation() {
+std::optional<Point> SimulatedMac::eventLocation() {
     return pointerEventAvailable_ ? std::optional(flipped(pointer_)) : std::nullopt;
 }
 

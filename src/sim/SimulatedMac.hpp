@@ -217,7 +217,7 @@ public:
 
     // InputInjector
     std::shared_ptr<EventSource> createHIDEventSource() override;
-    std::optional<Point> pointerLocation() override;
+    std::optional<Point> eventLocation() override;
     // Records the event, moves the pointer, and reconstructs Command-drags: a left-mouse-down
     // with the Command flag lifts the movable item that the window fields (51, else 91, else
     // 92) name, when the pointer is on the display; drags move it, the first release drops it.

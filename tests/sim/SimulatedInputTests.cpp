@@ -44,22 +44,22 @@ TEST(SimulatedInput, ThePointerFollowsPostedEventsAndWarpsInBothCoordinateSystem
     SimulatedMac mac;
     mac.setDisplays({makeRect(0, 0, 1512, 982)});
     mac.setPointerLocation({700, 900}); // AppKit: 82 points below the top
-    EXPECT_EQ(mac.pointerLocation(), (std::optional<Point>{{700, 82}}));
+    EXPECT_EQ(mac.eventLocation(), (std::optional<Point>{{700, 82}}));
 
     EventSource source;
     mac.post(source, {MouseEventType::leftMouseDragged, {1300, 12}, 0, {}});
-    EXPECT_EQ(static_cast<const SimulatedMac&>(mac).pointerLocation(), (Point{1300, 970}));
+    EXPECT_EQ(mac.pointerLocation(), (Point{1300, 970}));
 
     mac.hideCursor();
     mac.warpCursor({700, 82});
     mac.showCursor();
-    EXPECT_EQ(static_cast<const SimulatedMac&>(mac).pointerLocation(), (Point{700, 900}));
+    EXPECT_EQ(mac.pointerLocation(), (Point{700, 900}));
     EXPECT_THAT(mac.input().warps(), ElementsAre(Point{700, 82}));
     EXPECT_EQ(mac.input().cursorHides(), 1);
     EXPECT_EQ(mac.input().cursorShows(), 1);
 
     mac.setPointerEventAvailable(false);
-    EXPECT_EQ(mac.pointerLocation(), std::nullopt);
+    EXPECT_EQ(mac.eventLocation(), std::nullopt);
     EXPECT_TRUE(mac.createHIDEventSource());
     mac.setEventSourceAvailable(false);
     EXPECT_FALSE(mac.createHIDEventSource());

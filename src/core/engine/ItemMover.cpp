@@ -152,7 +152,7 @@ bool move(InputInjector& input, const WindowListSource& windows, WindowID itemWI
     if (!source) {
         return false;
     }
-    const Point home = input.pointerLocation().value_or(Point{0, 0});
+    const Point home = input.eventLocation().value_or(Point{0, 0});
     input.hideCursor();
     const bool landed =
         dragUntilLanded(input, windows, *source, itemWID, side, anchorWID, maxAttempts);

@@ -53,8 +53,9 @@ public:
 
     // Null when no source can be made.
     virtual std::shared_ptr<EventSource> createHIDEventSource() = 0;
-    // The pointer location read from a fresh empty event; nullopt when none can be made.
-    virtual std::optional<Point> pointerLocation() = 0;
+    // The pointer location (global, top-left origin) read from a fresh empty event; nullopt
+    // when none can be made.
+    virtual std::optional<Point> eventLocation() = 0;
     // Makes the event with `source`, sets its flags and fields, posts it at the HID event tap.
     virtual void post(const EventSource& source, const MouseEvent& event) = 0;
     // Whether the left button is physically down (HID system state).

@@ -9,7 +9,7 @@ namespace quillet::macos {
 class CGInputInjector final : public InputInjector {
 public:
     std::shared_ptr<EventSource> createHIDEventSource() override;
-    std::optional<Point> pointerLocation() override;
+    std::optional<Point> eventLocation() override;
     void post(const EventSource& source, const MouseEvent& event) override;
     bool isLeftButtonDown() override;
 

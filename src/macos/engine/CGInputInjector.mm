@@ -31,7 +31,7 @@ std::shared_ptr<EventSource> CGInputInjector::createHIDEventSource() {
     return std::make_shared<HIDEventSource>(std::move(source));
 }
 
-std::optional<Point> CGInputInjector::pointerLocation() {
+std::optional<Point> CGInputInjector::eventLocation() {
     CFRef<CGEventRef> event(CGEventCreate(nullptr));
     if (!event) {
         return std::nullopt;
