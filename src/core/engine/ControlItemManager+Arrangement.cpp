@@ -1,0 +1,141 @@
+// The layout jobs: the full arrangement of the zones, and the placement of single items.
+
+#include "core/engine/ControlItemManager.hpp"
+
+#include "core/engine/RuleKey.hpp"
+#include "core/engine/VisibleItemEnforcer.hpp"
+#include "core/ports/LogSink.hpp"
+#include "core/prefs/AppPreferences.hpp"
+
+#include <algorithm>
+#include <chrono>
+
+namespace quillet {
+
+using namespace std::chrono_literals;
+
+namespace {
+
+// Lets the menu bar settle (after launch or a profile switch) before anything is measured.
+constexpr Duration kSettleBeforeArranging = 1000ms;
+// Lets the window server lay out the items that revealing brought back on screen.
+constexpr Duration kSettleAfterRevealing = 150ms;
+constexpr Duration kSettleBeforePlacing = 160ms;
+
+constexpr std::string_view kControlItemsMissing =
+    "Quillet: not all control items found at arrange time — zone layout may be unestablished";
+
+} // namespace
+
+void ControlItemManager::arrangeAndReapply(RuleKeys hidden, RuleKeys alwaysHidden) {
+    enqueueLayout([self = shared_from_this(), hidden = std::move(hidden),
+                   alwaysHidden = std::move(alwaysHidden)] {
+        return self->arrangeJob(hidden, alwaysHidden);
+    });
+}
+
+void ControlItemManager::showNewlyVisible(std::vector<MenuBarItem> items) {
+    enqueueLayout([self = shared_from_this(), items = std::move(items)] {
+        return self->newlyVisibleJob(items);
+    });
+}
+
+void ControlItemManager::enforce(const MenuBarItem& item, MenuBarSection section) {
+    enforce(ruleKey(item), item.windowID, section);
+}
+
+void ControlItemManager::enforce(std::optional<std::string> ruleKey, WindowID fallbackWID,
+                                 MenuBarSection section) {
+    enqueueLayout([self = shared_from_this(), ruleKey = std::move(ruleKey), fallbackWID, section] {
+        return self->enforceJob(ruleKey, fallbackWID, section);
+    });
+}
+
+// Sleeps that fail change nothing here: layout jobs are never cancelled, and a short wait does
+// no harm.
+Task<> ControlItemManager::arrangeJob(RuleKeys hidden, RuleKeys alwaysHidden) {
+    co_await sleep(deps_.scheduler, kSettleBeforeArranging);
+    setAllRevealed(true);
+    co_await sleep(deps_.scheduler, kSettleAfterRevealing);
+    co_await orderControlItems();
+    for (const std::string& key : alwaysHidden) {
+        co_await place(key, 0, MenuBarSection::alwaysHidden);
+    }
+    // A key in both sets was placed always-hidden above, and stays there.
+    for (const std::string& key : hidden) {
+        if (!alwaysHidden.contains(key)) {
+            co_await place(key, 0, MenuBarSection::hidden);
+        }
+    }
+    co_await placeMisplacedVisibleItems();
+    // What is in the menu bar now has been placed; only later arrivals are new.
+    deps_.enforcer.seedFromCurrentItems();
+    const bool nothingToHide = hidden.empty() && alwaysHidden.empty();
+    setAllRevealed(nothingToHide && !deps_.preferences.collapseAtLaunch());
+}
+
+// Restores the order always-separator, separator, toggle, wherever the system put them.
+Task<> ControlItemManager::orderControlItems() {
+    const auto alwaysSeparator = ownItem(kAlwaysSeparatorName);
+    const auto separator = ownItem(kSeparatorName);
+    const auto toggleWindow = ownItem(kToggleName);
+    if (!alwaysSeparator || !separator || !toggleWindow) {
+        deps_.log.log(kControlItemsMissing);
+    }
+    // The always-separator goes leftmost, so that the always-hidden zone starts empty and holds
+    // only what the rules put there.
+    if (alwaysSeparator) {
+        auto others = enumerator_.mainDisplayItems(deps_.ownPID);
+        std::erase_if(others, [](const MenuBarItem& item) { return item.isOwnControlItem; });
+        auto leftmost = std::min_element(others.begin(), others.end(),
+                                         [](const MenuBarItem& a, const MenuBarItem& b) {
+                                             return a.frame.minX() < b.frame.minX();
+                                         });
+        const auto border = frameOf(alwaysSeparator->windowID);
+        if (leftmost != others.end() && border && leftmost->frame.minX() < border->minX()) {
+            co_await performMove(alwaysSeparator->windowID, ItemMover::Side::left,
+                                 leftmost->windowID);
+        }
+    }
+    // Each check reads the frames afresh: the move before it may have shifted both.
+    auto isLeftOf = [this](const std::optional<MenuBarItem>& a,
+                           const std::optional<MenuBarItem>& b) {
+        const auto aFrame = a ? frameOf(a->windowID) : std::nullopt;
+        const auto bFrame = b ? frameOf(b->windowID) : std::nullopt;
+        return aFrame && bFrame && aFrame->minX() < bFrame->minX();
+    };
+    if (isLeftOf(separator, alwaysSeparator)) {
+        co_await performMove(separator->windowID, ItemMover::Side::right,
+                             alwaysSeparator->windowID);
+    }
+    if (isLeftOf(toggleWindow, separator)) {
+        co_await performMove(toggleWindow->windowID, ItemMover::Side::right, separator->windowID);
+    }
+}
+
+Task<> ControlItemManager::newlyVisibleJob(std::vector<MenuBarItem> items) {
+    const bool wasExpanded = isExpanded_;
+    setAllRevealed(true);
+    co_await sleep(deps_.scheduler, kSettleBeforePlacing);
+    for (const MenuBarItem& item : items) {
+        co_await place(ruleKey(item), item.windowID, MenuBarSection::visible);
+    }
+    // When the bar was open, the always-hidden zone stays revealed too until the next collapse.
+    if (!wasExpanded) {
+        setAllRevealed(false);
+    }
+}
+
+Task<> ControlItemManager::enforceJob(std::optional<std::string> ruleKey, WindowID fallbackWID,
+                                      MenuBarSection section) {
+    // Decided before revealing, which changes `isExpanded`.
+    const bool collapseAfterwards = section != MenuBarSection::visible || !isExpanded_;
+    setAllRevealed(true);
+    co_await sleep(deps_.scheduler, kSettleBeforePlacing);
+    co_await place(std::move(ruleKey), fallbackWID, section);
+    if (collapseAfterwards) {
+        setAllRevealed(false);
+    }
+}
+
+} // namespace quillet

@@ -1,0 +1,165 @@
+#include "core/engine/ControlItemManager.hpp"
+
+#include "core/ports/InputInjector.hpp"
+#include "core/ports/Scheduler.hpp"
+
+#include <cassert>
+#include <utility>
+
+namespace quillet {
+
+namespace {
+
+// The process's manager. Weak: the application decides how long the manager lives, and whoever
+// reaches it this way must cope with its absence.
+std::weak_ptr<ControlItemManager>& sharedManager() {
+    static std::weak_ptr<ControlItemManager> manager;
+    return manager;
+}
+
+// The toggle sends its action on left and right mouse-up (NSEvent masks are 1 << event type),
+// so that a right click can open the menu instead of toggling.
+constexpr std::uint64_t kToggleActionMask =
+    (std::uint64_t{1} << static_cast<std::uint32_t>(MouseEventType::leftMouseUp)) |
+    (std::uint64_t{1} << static_cast<std::uint32_t>(MouseEventType::rightMouseUp));
+
+constexpr double kToggleSymbolPointSize = 18.0;
+
+SymbolImage controlSymbol(const char* name) {
+    SymbolImage image;
+    image.symbolName = name;
+    image.accessibilityDescription = "Quillet";
+    image.isTemplate = true;
+    return image;
+}
+
+// A status item without a button simply goes without an image.
+void showImage(StatusItem& item, const std::optional<SymbolImage>& image) {
+    if (item.hasButton()) {
+        item.setImage(image);
+    }
+}
+
+} // namespace
+
+std::shared_ptr<ControlItemManager> ControlItemManager::make(Dependencies dependencies) {
+    return build(std::move(dependencies), false);
+}
+
+std::shared_ptr<ControlItemManager> ControlItemManager::makeShared(Dependencies dependencies) {
+    return build(std::move(dependencies), true);
+}
+
+std::shared_ptr<ControlItemManager> ControlItemManager::shared() {
+    return sharedManager().lock();
+}
+
+// The three items exist before anything is configured, and the manager is reachable as
+// `shared` before its items get their names and images, as the application expects.
+std::shared_ptr<ControlItemManager> ControlItemManager::build(Dependencies dependencies,
+                                                              bool publish) {
+    std::shared_ptr<ControlItemManager> manager(new ControlItemManager(std::move(dependencies)));
+    if (publish) {
+        sharedManager() = manager;
+    }
+    manager->configureItems();
+    return manager;
+}
+
+// Created in this order so that, where the system remembers no positions, they line up from
+// left to right as the zones need them.
+ControlItemManager::ControlItemManager(Dependencies dependencies)
+    : deps_(std::move(dependencies)), enumerator_(deps_.windows, deps_.displays, deps_.workspace),
+      accessibilityFrames_(deps_.accessibility, deps_.workspace),
+      alwaysSeparatorItem_(deps_.statusBar.createStatusItem(kVariableStatusItemLength)),
+      separatorItem_(deps_.statusBar.createStatusItem(kVariableStatusItemLength)),
+      toggleItem_(deps_.statusBar.createStatusItem(kVariableStatusItemLength)) {
+    assertMainThread();
+}
+
+void ControlItemManager::configureItems() {
+    alwaysSeparatorItem_->setAutosaveName(std::string(kAlwaysSeparatorName));
+    showImage(*alwaysSeparatorItem_, controlSymbol("minus"));
+    configureSeparator();
+    toggleItem_->setAutosaveName(std::string(kToggleName));
+    if (toggleItem_->hasButton()) {
+        // Weak: the status bar may keep the button, and its action, longer than the manager.
+        toggleItem_->setAction(
+            [weak = weak_from_this()](std::optional<ButtonEvent> event) {
+                if (auto self = weak.lock()) {
+                    self->toggleButtonClicked(event);
+                }
+            },
+            kToggleActionMask);
+        toggleItem_->setToolTip("Quillet");
+    }
+    updateAppearance();
+}
+
+void ControlItemManager::configureSeparator() {
+    separatorItem_->setAutosaveName(std::string(kSeparatorName));
+    if (separatorItem_->hasButton()) {
+        separatorItem_->setImage(controlSymbol("ellipsis"));
+        separatorItem_->setToolTip("Quillet — drag icons to the LEFT of this to hide them");
+    }
+}
+
+void ControlItemManager::updateAppearance() {
+    SymbolImage chevron =
+        controlSymbol(isExpanded_ ? "chevron.right.circle.fill" : "chevron.left.circle.fill");
+    chevron.pointSize = kToggleSymbolPointSize;
+    chevron.weight = SymbolWeight::black;
+    showImage(*toggleItem_, chevron);
+}
+
+void ControlItemManager::setExpanded(bool expanded) {
+    assertMainThread();
+    isExpanded_ = expanded;
+    if (expanded) {
+        separatorItem_->setLength(kVariableStatusItemLength);
+        showImage(*separatorItem_, controlSymbol("ellipsis"));
+    } else {
+        // The image goes first, so that the widened separator never shows it off to the left.
+        showImage(*separatorItem_, std::nullopt);
+        separatorItem_->setLength(kHidingLength);
+    }
+    updateAppearance();
+}
+
+void ControlItemManager::toggle() {
+    setExpanded(!isExpanded_);
+}
+
+void ControlItemManager::setAllRevealed(bool revealed) {
+    setExpanded(revealed);
+    alwaysSeparatorItem_->setLength(revealed ? kVariableStatusItemLength : kHidingLength);
+    showImage(*alwaysSeparatorItem_,
+              revealed ? std::optional(controlSymbol("minus")) : std::nullopt);
+}
+
+void ControlItemManager::enqueueLayout(LayoutJob job) {
+    assertMainThread();
+    layoutTask_ = TaskHandle::spawn(deps_.scheduler, runAfter(layoutTask_, std::move(job)));
+}
+
+// Each job holds the handle of the one before it, so a job waiting in line stays alive even
+// though the manager keeps only the newest.
+Task<> ControlItemManager::runAfter(TaskHandle previous, LayoutJob job) {
+    co_await previous;
+    co_await job();
+}
+
+std::optional<MenuBarItem> ControlItemManager::ownItem(std::string_view autosaveName) const {
+    for (auto& item : enumerator_.mainDisplayItems(deps_.ownPID)) {
+        if (item.isOwnControlItem && item.windowName == autosaveName) {
+            return std::move(item);
+        }
+    }
+    return std::nullopt;
+}
+
+void ControlItemManager::assertMainThread() const {
+    assert(deps_.scheduler.isMainThread() && "the control items are main-thread only");
+}
+
+} // namespace quillet

@@ -1,0 +1,176 @@
+#pragma once
+
+#include "core/engine/ItemMover.hpp"
+#include "core/menubar/AXResolver.hpp"
+#include "core/menubar/ItemEnumerator.hpp"
+#include "core/menubar/MenuBarItem.hpp"
+#include "core/ports/StatusBarHost.hpp"
+#include "core/prefs/MenuBarSection.hpp"
+#include "core/support/Task.hpp"
+
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quillet {
+
+class AccessibilityReader;
+class AppPreferences;
+class DisplayGeometry;
+class InputInjector;
+class LaunchAtLogin;
+class LogSink;
+class Scheduler;
+class VisibleItemEnforcer;
+class WindowListSource;
+class Workspace;
+
+// Owns Quillet's three control items, the status items that mark the zone borders: from left to
+// right the always-hidden separator, the separator and the toggle. Hiding is nothing but giving
+// a separator a length far wider than any display, which pushes everything to its left off the
+// screen. The manager also answers the toggle's clicks and menu, runs every rearrangement of
+// the menu bar one at a time on its layout queue, and moves items between the zones (the
+// arrangement lives in ControlItemManager+Arrangement.cpp and ControlItemManager+Placement.cpp).
+// Main thread only.
+class ControlItemManager : public std::enable_shared_from_this<ControlItemManager> {
+public:
+    // Every reference must outlive the manager.
+    struct Dependencies {
+        Scheduler& scheduler;
+        StatusBarHost& statusBar;
+        const WindowListSource& windows;
+        const DisplayGeometry& displays;
+        const Workspace& workspace;
+        const AccessibilityReader& accessibility;
+        InputInjector& input;
+        LaunchAtLogin& launchAtLogin;
+        const AppPreferences& preferences;
+        // Seeded at the end of every full arrangement, so that what is there now is not new.
+        VisibleItemEnforcer& enforcer;
+        LogSink& log;
+        Pid ownPID = 0;
+        // The settings window and keyboard navigation, supplied by the application's wiring.
+        std::function<void()> openSettings;
+        std::function<void()> startKeyboardNav;
+    };
+
+    // Sets of rule keys, in a stable order.
+    using RuleKeys = std::set<std::string>;
+    // One rearrangement; it is started only once every earlier one has finished.
+    using LayoutJob = std::function<Task<>()>;
+
+    // Where an item is now: its window and the index of its display among the active displays.
+    struct Resolved {
+        WindowID windowID = 0;
+        std::size_t displayIndex = 0;
+        friend bool operator==(const Resolved&, const Resolved&) = default;
+    };
+
+    // Autosave names, which are also the titles of the control items' windows: the arrangement
+    // finds the items by them, so they must never change.
+    static constexpr std::string_view kAlwaysSeparatorName = "quillet.alwaysSeparator";
+    static constexpr std::string_view kSeparatorName = "quillet.separator";
+    static constexpr std::string_view kToggleName = "quillet.toggle";
+    // Far wider than any display: everything left of a separator this long is off-screen.
+    static constexpr double kHidingLength = 10000.0;
+
+    // A manager of its own, for tests: nothing process-wide is touched.
+    static std::shared_ptr<ControlItemManager> make(Dependencies dependencies);
+    // The process's manager: also becomes what `shared()` answers while it lives.
+    static std::shared_ptr<ControlItemManager> makeShared(Dependencies dependencies);
+    // The process's manager, held weakly: empty before `makeShared` and once its owner let go,
+    // so that subsystems that reach it this way do nothing then.
+    static std::shared_ptr<ControlItemManager> shared();
+
+    ControlItemManager(const ControlItemManager&) = delete;
+    ControlItemManager& operator=(const ControlItemManager&) = delete;
+
+    // Expand and collapse (ControlItemManager.cpp).
+    bool isExpanded() const { return isExpanded_; }
+    // Shows (true) or hides (false) the hidden zone; the always-hidden zone is left as it is.
+    void setExpanded(bool expanded);
+    void toggle();
+    // Shows or hides both zones.
+    void setAllRevealed(bool revealed);
+
+    // Appends `job` to the serial layout queue: it starts once every job submitted before has
+    // finished. Nothing is dropped or cancelled. A queued job keeps the manager alive until it
+    // has run.
+    void enqueueLayout(LayoutJob job);
+
+    // The toggle and its menu (ControlItemManager+Menu.cpp).
+    // The toggle's action with the application's current event: a right click or a
+    // Control-click opens the menu, any other click shows or hides the hidden zone.
+    void toggleButtonClicked(std::optional<ButtonEvent> event);
+    // The toggle's menu as it would open now; built anew on every opening.
+    std::vector<MenuEntry> contextMenuEntries() const;
+    void presentContextMenu();
+    // Runs the menu entry whose action is `action` (one of the manager's own).
+    void performMenuAction(std::string_view action);
+    void toggleLaunchAtLogin();
+    void openSettings();
+    void startKeyboardNav();
+
+    // The window of one of our own control items on the main display.
+    std::optional<MenuBarItem> ownItem(std::string_view autosaveName) const;
+
+    // Zone arrangement (ControlItemManager+Arrangement.cpp). These enqueue themselves.
+    // Restores the order of the control items, puts every ruled item into its zone, brings
+    // wrongly hidden items back into view and collapses.
+    void arrangeAndReapply(RuleKeys hidden, RuleKeys alwaysHidden);
+    // Pulls newly appeared items into the visible zone.
+    void showNewlyVisible(std::vector<MenuBarItem> items);
+    // Puts one item into `section`.
+    void enforce(const MenuBarItem& item, MenuBarSection section);
+    // The same for the items of a rule key, found by the key or, failing that, by
+    // `fallbackWID` (0 for none).
+    void enforce(std::optional<std::string> ruleKey, WindowID fallbackWID, MenuBarSection section);
+
+    // Steps of the jobs above, to be awaited from within a layout job
+    // (ControlItemManager+Placement.cpp).
+    Task<> place(std::optional<std::string> bundleID, WindowID fallbackWID, MenuBarSection section);
+    Task<> placeMisplacedVisibleItems();
+    std::optional<Resolved> resolve(const std::optional<std::string>& bundleID,
+                                    WindowID fallbackWID) const;
+    // The window of the control item named `name` on display `displayIndex`.
+    std::optional<WindowID> controlWID(std::string_view name, std::size_t displayIndex) const;
+    // The display under the pointer, as an index into `displays`.
+    std::optional<std::size_t> cursorDisplayIndex(const std::vector<Rect>& displays) const;
+    // Drags `item` to the `side` of `anchor` off the main thread; a drag that does not land is
+    // logged and otherwise ignored.
+    Task<> performMove(WindowID item, ItemMover::Side side, WindowID anchor);
+
+private:
+    explicit ControlItemManager(Dependencies dependencies);
+    static std::shared_ptr<ControlItemManager> build(Dependencies dependencies, bool publish);
+    void configureItems();
+    void configureSeparator();
+    void updateAppearance();
+    void assertMainThread() const;
+
+    static Task<> runAfter(TaskHandle previous, LayoutJob job);
+
+    Task<> arrangeJob(RuleKeys hidden, RuleKeys alwaysHidden);
+    Task<> orderControlItems();
+    Task<> newlyVisibleJob(std::vector<MenuBarItem> items);
+    Task<> enforceJob(std::optional<std::string> ruleKey, WindowID fallbackWID,
+                      MenuBarSection section);
+    std::optional<Rect> frameOf(WindowID window) const;
+
+    Dependencies deps_;
+    ItemEnumerator enumerator_;
+    AXResolver accessibilityFrames_;
+    std::shared_ptr<StatusItem> alwaysSeparatorItem_;
+    std::shared_ptr<StatusItem> separatorItem_;
+    std::shared_ptr<StatusItem> toggleItem_;
+    bool isExpanded_ = true;
+    // The tail of the layout queue.
+    TaskHandle layoutTask_;
+};
+
+} // namespace quillet

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "core/menubar/MenuBarItem.hpp"
+#include "core/prefs/SectionRules.hpp"
+
+#include <optional>
+#include <string>
+
+namespace quillet {
+
+// The key under which the user's section rules name an item: the application's bundle
+// identifier, or "sys:" and the window name for a system item. Items with neither cannot be
+// ruled.
+std::optional<std::string> ruleKey(const MenuBarItem& item);
+
+// The section the rules give the item with `key`; an item without a rule (or without a key) is
+// visible.
+MenuBarSection ruledSection(const SectionRules& rules, const std::optional<std::string>& key);
+
+} // namespace quillet
