@@ -61,7 +61,8 @@ Task<> VisibleItemEnforcer::scanSeries(Scheduler& scheduler,
     Duration previous{0};
     for (const Duration offset : kScanOffsets) {
         // Cancelled by a newer launch or by stop(): this series is over.
-        if (!co_await sleep(scheduler, offset - previous)) {
+        const bool completed = co_await sleep(scheduler, offset - previous);
+        if (!completed) {
             co_return;
         }
         auto* enforcer = self.get();

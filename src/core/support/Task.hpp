@@ -65,8 +65,9 @@ inline void PromiseBase::finishRoot(const std::shared_ptr<TaskState>& state) {
     state->done = true;
     std::exchange(state->root, {}).destroy();
     // Waiters resume on a later turn of the main loop, as after any await.
-    for (auto& [waiter, keep] : std::exchange(state->waiters, {})) {
-        state->scheduler->post([waiter, keep] { waiter.resume(); });
+    for (auto& waiter : std::exchange(state->waiters, {})) {
+        state->scheduler->post(
+            [handle = waiter.first, keep = std::move(waiter.second)] { handle.resume(); });
     }
 }
 
@@ -162,7 +163,8 @@ private:
 };
 
 // `co_await sleep(scheduler, d)` suspends for `d` on the monotonic clock and yields false when the
-// task was cancelled meanwhile (the caller then stops).
+// task was cancelled meanwhile (the caller then stops). Bind the answer to a local before testing
+// it: GCC 12 silently drops the rest of some coroutines that await inside an `if` condition.
 class SleepAwaiter {
 public:
     SleepAwaiter(Scheduler& scheduler, Duration delay) : scheduler_(scheduler), delay_(delay) {}

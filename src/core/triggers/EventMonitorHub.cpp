@@ -64,7 +64,8 @@ void EventMonitorHub::scheduleConceal() {
 
 Task<> EventMonitorHub::concealAfterDelay(Scheduler& scheduler,
                                           WeakAnchor<EventMonitorHub>::Ref self) {
-    if (!co_await sleep(scheduler, kConcealDelay)) {
+    const bool completed = co_await sleep(scheduler, kConcealDelay);
+    if (!completed) {
         co_return;
     }
     if (auto* hub = self.get()) {
