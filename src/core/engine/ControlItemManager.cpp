@@ -10,13 +10,6 @@ namespace quillet {
 
 namespace {
 
-// The process's manager. Weak: the application decides how long the manager lives, and whoever
-// reaches it this way must cope with its absence.
-std::weak_ptr<ControlItemManager>& sharedManager() {
-    static std::weak_ptr<ControlItemManager> manager;
-    return manager;
-}
-
 // The toggle sends its action on left and right mouse-up (NSEvent masks are 1 << event type),
 // so that a right click can open the menu instead of toggling.
 constexpr std::uint64_t kToggleActionMask =
@@ -42,26 +35,9 @@ void showImage(StatusItem& item, const std::optional<SymbolImage>& image) {
 
 } // namespace
 
+// The three items exist before anything is configured.
 std::shared_ptr<ControlItemManager> ControlItemManager::make(Dependencies dependencies) {
-    return build(std::move(dependencies), false);
-}
-
-std::shared_ptr<ControlItemManager> ControlItemManager::makeShared(Dependencies dependencies) {
-    return build(std::move(dependencies), true);
-}
-
-std::shared_ptr<ControlItemManager> ControlItemManager::shared() {
-    return sharedManager().lock();
-}
-
-// The three items exist before anything is configured, and the manager is reachable as
-// `shared` before its items get their names and images, as the application expects.
-std::shared_ptr<ControlItemManager> ControlItemManager::build(Dependencies dependencies,
-                                                              bool publish) {
     std::shared_ptr<ControlItemManager> manager(new ControlItemManager(std::move(dependencies)));
-    if (publish) {
-        sharedManager() = manager;
-    }
     manager->configureItems();
     return manager;
 }

@@ -79,13 +79,9 @@ public:
     // Far wider than any display: everything left of a separator this long is off-screen.
     static constexpr double kHidingLength = 10000.0;
 
-    // A manager of its own, for tests: nothing process-wide is touched.
+    // The application's wiring publishes the manager it owns to the services, from where other
+    // subsystems reach it weakly.
     static std::shared_ptr<ControlItemManager> make(Dependencies dependencies);
-    // The process's manager: also becomes what `shared()` answers while it lives.
-    static std::shared_ptr<ControlItemManager> makeShared(Dependencies dependencies);
-    // The process's manager, held weakly: empty before `makeShared` and once its owner let go,
-    // so that subsystems that reach it this way do nothing then.
-    static std::shared_ptr<ControlItemManager> shared();
 
     ControlItemManager(const ControlItemManager&) = delete;
     ControlItemManager& operator=(const ControlItemManager&) = delete;
@@ -147,7 +143,6 @@ public:
 
 private:
     explicit ControlItemManager(Dependencies dependencies);
-    static std::shared_ptr<ControlItemManager> build(Dependencies dependencies, bool publish);
     void configureItems();
     void configureSeparator();
     void updateAppearance();
