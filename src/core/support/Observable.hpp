@@ -99,6 +99,11 @@ public:
         return token;
     }
 
+    // Only the changes from now on, without the current value.
+    Subscription subscribeToChanges(Observer observer) const {
+        return changes_.subscribe(std::move(observer));
+    }
+
     // Announces `newValue` to every subscriber, then stores it. Announced even when equal.
     void set(T newValue) {
         changes_.emit(newValue);

@@ -1,0 +1,78 @@
+#include "core/app/Services.hpp"
+
+#include "core/engine/ControlItemManager.hpp"
+#include "core/engine/LaunchAtLogin.hpp"
+#include "core/engine/SpacerManager.hpp"
+#include "core/engine/UpdaterManager.hpp"
+#include "core/engine/VisibleItemEnforcer.hpp"
+#include "core/ports/ProcessContext.hpp"
+#include "core/prefs/AppPreferences.hpp"
+#include "core/triggers/ActiveAppMonitor.hpp"
+
+namespace quillet {
+
+namespace {
+
+template <class T, class Make> T& lazily(std::unique_ptr<T>& slot, Make make) {
+    if (!slot) {
+        slot = make();
+    }
+    return *slot;
+}
+
+} // namespace
+
+Services::Services(PlatformPorts ports) : ports_(ports) {}
+
+// Out of line, where every owned type is complete.
+Services::~Services() = default;
+
+Pid Services::ownPID() const {
+    return ports_.process.processIdentifier();
+}
+
+AppPreferences& Services::preferences() {
+    return lazily(preferences_, [&] { return std::make_unique<AppPreferences>(ports_.defaults); });
+}
+
+LaunchAtLogin& Services::launchAtLogin() {
+    return lazily(launchAtLogin_,
+                  [&] { return std::make_unique<LaunchAtLogin>(ports_.loginItem, ports_.log); });
+}
+
+UpdaterManager& Services::updater() {
+    return lazily(updater_, [&] { return std::make_unique<UpdaterManager>(ports_.updater); });
+}
+
+SpacerManager& Services::spacers() {
+    return lazily(spacers_, [&] { return std::make_unique<SpacerManager>(ports_.statusBar); });
+}
+
+VisibleItemEnforcer& Services::enforcer() {
+    return lazily(enforcer_, [&] {
+        return std::make_unique<VisibleItemEnforcer>(VisibleItemEnforcer::Dependencies{
+            ports_.scheduler, ports_.workspace, ports_.windows, ports_.displays, preferences(),
+            ownPID(), controlItemManagerLookup()});
+    });
+}
+
+ActiveAppMonitor& Services::activeAppMonitor() {
+    return lazily(activeAppMonitor_, [&] {
+        return std::make_unique<ActiveAppMonitor>(ports_.workspace, preferences(),
+                                                  controlItemManagerLookup());
+    });
+}
+
+std::shared_ptr<ControlItemManager> Services::controlItemManager() const {
+    return controlItemManager_.lock();
+}
+
+void Services::publish(const std::shared_ptr<ControlItemManager>& manager) {
+    controlItemManager_ = manager;
+}
+
+std::function<std::shared_ptr<ControlItemManager>()> Services::controlItemManagerLookup() const {
+    return [this] { return controlItemManager(); };
+}
+
+} // namespace quillet

@@ -1,0 +1,90 @@
+#pragma once
+
+#include "core/ports/Geometry.hpp"
+
+#include <functional>
+#include <memory>
+
+namespace quillet {
+
+class AccessibilityReader;
+class ActiveAppMonitor;
+class AppPreferences;
+class ApplicationShell;
+class ControlItemManager;
+class DisplayGeometry;
+class HotKeyRegistrar;
+class InputInjector;
+class KeyValueStore;
+class LaunchAtLogin;
+class LogSink;
+class LoginItem;
+class PointerMonitor;
+class ProcessContext;
+class Scheduler;
+class SpacerManager;
+class StatusBarHost;
+class Updater;
+class UpdaterManager;
+class VisibleItemEnforcer;
+class WindowListSource;
+class Workspace;
+
+// What a running Quillet needs of its platform: the live adapters on a Mac, the simulated Mac in
+// quillet-sim and the tests. Every reference outlives the services built on it.
+struct PlatformPorts {
+    Scheduler& scheduler;
+    ApplicationShell& application;
+    ProcessContext& process;
+    WindowListSource& windows;
+    DisplayGeometry& displays;
+    Workspace& workspace;
+    AccessibilityReader& accessibility;
+    StatusBarHost& statusBar;
+    InputInjector& input;
+    HotKeyRegistrar& hotKeys;
+    PointerMonitor& pointer;
+    KeyValueStore& defaults;
+    LoginItem& loginItem;
+    Updater& updater;
+    LogSink& log;
+};
+
+// The process-wide objects of a running Quillet, each created on first use. One instance per
+// process (and one per test), so that nothing is shared between tests.
+class Services {
+public:
+    explicit Services(PlatformPorts ports);
+    ~Services();
+    Services(const Services&) = delete;
+    Services& operator=(const Services&) = delete;
+
+    const PlatformPorts& ports() const { return ports_; }
+    Pid ownPID() const;
+
+    AppPreferences& preferences();
+    LaunchAtLogin& launchAtLogin();
+    UpdaterManager& updater();
+    SpacerManager& spacers();
+    VisibleItemEnforcer& enforcer();
+    ActiveAppMonitor& activeAppMonitor();
+
+    // The control item manager, held weakly: its owner (the application delegate) publishes it
+    // here, and whoever reaches it this way does nothing once it is gone.
+    std::shared_ptr<ControlItemManager> controlItemManager() const;
+    void publish(const std::shared_ptr<ControlItemManager>& manager);
+    std::function<std::shared_ptr<ControlItemManager>()> controlItemManagerLookup() const;
+
+private:
+    PlatformPorts ports_;
+    // Declared before what uses them, so that they are destroyed after it.
+    std::unique_ptr<AppPreferences> preferences_;
+    std::unique_ptr<LaunchAtLogin> launchAtLogin_;
+    std::unique_ptr<UpdaterManager> updater_;
+    std::unique_ptr<SpacerManager> spacers_;
+    std::unique_ptr<VisibleItemEnforcer> enforcer_;
+    std::unique_ptr<ActiveAppMonitor> activeAppMonitor_;
+    std::weak_ptr<ControlItemManager> controlItemManager_;
+};
+
+} // namespace quillet

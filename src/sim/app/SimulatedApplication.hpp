@@ -1,0 +1,53 @@
+#pragma once
+
+#include "core/ports/ApplicationShell.hpp"
+#include "core/ports/LoginItem.hpp"
+#include "core/ports/Updater.hpp"
+
+#include <optional>
+#include <string>
+
+namespace quillet::sim {
+
+// The application object of the simulated Mac.
+class SimulatedApplication : public ApplicationShell {
+public:
+    void setActivationPolicy(ActivationPolicy policy) override { policy_ = policy; }
+    std::optional<ActivationPolicy> activationPolicy() const { return policy_; }
+
+private:
+    std::optional<ActivationPolicy> policy_;
+};
+
+// The main application's login item (SMAppService): registering enables it, unless the system
+// refuses with the given description.
+class SimulatedLoginItem : public LoginItem {
+public:
+    static constexpr int kNotRegistered = 0;
+    static constexpr int kEnabled = 1;
+
+    int status() const override { return status_; }
+    std::optional<std::string> registerService() override;
+    std::optional<std::string> unregisterService() override;
+
+    void refuseWith(std::optional<std::string> description) { refusal_ = std::move(description); }
+
+private:
+    int status_ = kNotRegistered;
+    std::optional<std::string> refusal_;
+};
+
+// The update framework: counts starts and checks.
+class SimulatedUpdater : public Updater {
+public:
+    void start() override { ++starts_; }
+    void checkForUpdates() override { ++checks_; }
+    int starts() const { return starts_; }
+    int checks() const { return checks_; }
+
+private:
+    int starts_ = 0;
+    int checks_ = 0;
+};
+
+} // namespace quillet::sim

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "core/app/AppDelegate.hpp"
+#include "core/app/Services.hpp"
+#include "sim/app/SimulatedWorld.hpp"
+
+namespace quillet::sim {
+
+// Quillet running on a simulated Mac: the world, the process-wide services over it and the
+// application delegate, which launches when asked.
+struct SimulatedQuillet {
+    explicit SimulatedQuillet(std::vector<std::string> arguments = {"Quillet"},
+                              KeyValueStore* userDefaults = nullptr, AppDelegate::Hooks hooks = {})
+        : world(std::move(arguments)),
+          services(userDefaults ? world.ports(*userDefaults) : world.ports()),
+          delegate(services, std::move(hooks)) {}
+
+    // Runs every pending job before the delegate and the services go.
+    ~SimulatedQuillet() { world.scheduler.runUntilIdle(); }
+
+    SimulatedWorld world;
+    Services services;
+    AppDelegate delegate;
+};
+
+} // namespace quillet::sim

@@ -1,0 +1,65 @@
+#pragma once
+
+#include "core/app/Services.hpp"
+#include "sim/SimulatedLog.hpp"
+#include "sim/SimulatedMac.hpp"
+#include "sim/SimulatedProcess.hpp"
+#include "sim/VirtualScheduler.hpp"
+#include "sim/app/SimulatedApplication.hpp"
+#include "sim/prefs/MemoryKeyValueStore.hpp"
+#include "sim/triggers/SimulatedHotKeys.hpp"
+#include "sim/triggers/SimulatedPointer.hpp"
+
+#include <string>
+#include <vector>
+
+namespace quillet::sim {
+
+// Everything of a simulated Mac that a running Quillet touches, on one virtual clock: a
+// 1512 × 982 macOS 26 display with the clock and Control Center, and Quillet as process 4242.
+// The stage is empty otherwise; add other applications' items through `mac`. Whoever builds
+// Quillet's services on it runs the scheduler until idle before destroying them, so that no
+// pending job outlives what it refers to.
+struct SimulatedWorld {
+    static constexpr Pid kQuilletPID = 4242;
+
+    explicit SimulatedWorld(std::vector<std::string> arguments = {"Quillet"})
+        : process(std::move(arguments), kQuilletPID) {
+        mac.setDisplays({makeRect(0, 0, 1512, 982)});
+        mac.setOwnProcess(kQuilletPID, "Quillet");
+        mac.addControlCenterAndClock();
+    }
+
+    // The ports over this world, with `defaults` as the user defaults.
+    PlatformPorts ports(KeyValueStore& userDefaults) {
+        return {.scheduler = scheduler,
+                .application = application,
+                .process = process,
+                .windows = mac,
+                .displays = mac,
+                .workspace = mac,
+                .accessibility = mac,
+                .statusBar = mac,
+                .input = mac,
+                .hotKeys = hotKeys,
+                .pointer = pointer,
+                .defaults = userDefaults,
+                .loginItem = loginItem,
+                .updater = updater,
+                .log = log};
+    }
+    PlatformPorts ports() { return ports(defaults); }
+
+    VirtualScheduler scheduler;
+    SimulatedMac mac{scheduler};
+    SimulatedPointer pointer{mac};
+    SimulatedHotKeys hotKeys;
+    MemoryKeyValueStore defaults;
+    SimulatedProcess process;
+    SimulatedLog log;
+    SimulatedApplication application;
+    SimulatedLoginItem loginItem;
+    SimulatedUpdater updater;
+};
+
+} // namespace quillet::sim
