@@ -1,5 +1,7 @@
 // quillet-sim: runs Quillet's real core against a simulated Mac.
 //
+//   quillet-sim [--scenario FILE] [--settings FILE]    play a scenario with Quillet running and
+//                                                      print the menu bar after every step
 //   quillet-sim --windows FILE --list-items [--raw]   print the item listing the app would print
 //   quillet-sim --windows FILE --dump-raw OUT          write the raw dump the app would write
 #include "core/app/CommandLine.hpp"
@@ -8,7 +10,11 @@
 #include "sim/HostProcessContext.hpp"
 #include "sim/Recording.hpp"
 #include "sim/StandardErrorLog.hpp"
+#include "sim/app/Scenario.hpp"
+#include "sim/app/ScenarioPlayer.hpp"
+#include "sim/prefs/FileKeyValueStore.hpp"
 
+#include <algorithm>
 #include <cstdio>
 #include <fstream>
 #include <iostream>
@@ -40,14 +46,45 @@ int fail(const std::string& message) {
     return 2;
 }
 
-int replayRecording(const std::vector<std::string>& arguments, const std::string& file) {
+std::optional<std::string> readFile(const std::string& file) {
     std::ifstream input(file, std::ios::binary);
     if (!input) {
-        return fail("cannot read " + file);
+        return std::nullopt;
     }
     std::stringstream text;
     text << input.rdbuf();
-    auto parsed = sim::parseRecording(text.str());
+    return text.str();
+}
+
+int playScenario(const std::vector<std::string>& arguments) {
+    std::string text(sim::Scenario::builtIn());
+    if (auto file = optionValue(arguments, "--scenario")) {
+        auto contents = readFile(*file);
+        if (!contents) {
+            return fail("cannot read " + *file);
+        }
+        text = std::move(*contents);
+    }
+    auto parsed = sim::parseScenario(text);
+    if (!parsed.scenario) {
+        return fail(parsed.error);
+    }
+    sim::StandardErrorLog log;
+    std::optional<sim::FileKeyValueStore> settings;
+    if (auto file = optionValue(arguments, "--settings")) {
+        settings.emplace(*file, log);
+    }
+    sim::ScenarioPlayer player(std::move(*parsed.scenario), settings ? &*settings : nullptr);
+    player.play([](const std::string& line) { std::cout << line << "\n"; });
+    return 0;
+}
+
+int replayRecording(const std::vector<std::string>& arguments, const std::string& file) {
+    auto text = readFile(file);
+    if (!text) {
+        return fail("cannot read " + file);
+    }
+    auto parsed = sim::parseRecording(*text);
     if (!parsed.recording) {
         return fail(file + ": " + parsed.error);
     }
@@ -76,6 +113,15 @@ int main(int argc, char** argv) {
     if (auto file = optionValue(arguments, "--windows")) {
         return replayRecording(arguments, *file);
     }
-    std::cerr << kUsage;
-    return 2;
+    const bool onlyScenarioOptions =
+        std::all_of(arguments.begin() + 1, arguments.end(), [&](const std::string& a) {
+            return a == "--scenario" || a == "--settings" ||
+                   optionValue(arguments, "--scenario") == a ||
+                   optionValue(arguments, "--settings") == a;
+        });
+    if (!onlyScenarioOptions) {
+        std::cerr << kUsage;
+        return 2;
+    }
+    return playScenario(arguments);
 }

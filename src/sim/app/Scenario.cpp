@@ -1,0 +1,230 @@
+#include "sim/app/Scenario.hpp"
+
+#include <map>
+
+namespace quillet::sim {
+
+namespace {
+
+using nlohmann::json;
+
+struct Malformed {
+    std::string message;
+};
+
+const json& member(const json& object, const char* name, const std::string& where) {
+    auto found = object.find(name);
+    if (found == object.end()) {
+        throw Malformed{where + ": \"" + name + "\" is missing"};
+    }
+    return *found;
+}
+
+std::string text(const json& object, const char* name, const std::string& where) {
+    const json& value = member(object, name, where);
+    if (!value.is_string()) {
+        throw Malformed{where + ": \"" + name + "\" must be a string"};
+    }
+    return value.get<std::string>();
+}
+
+double number(const json& object, const char* name, double fallback, const std::string& where) {
+    auto found = object.find(name);
+    if (found == object.end()) {
+        return fallback;
+    }
+    if (!found->is_number() || found->get<double>() <= 0 || found->get<double>() > 600) {
+        throw Malformed{where + ": \"" + name + "\" must be a width from 1 to 600"};
+    }
+    return found->get<double>();
+}
+
+const json& array(const json& document, const char* name) {
+    static const json empty = json::array();
+    auto found = document.find(name);
+    if (found == document.end()) {
+        return empty;
+    }
+    if (!found->is_array()) {
+        throw Malformed{std::string("\"") + name + "\" must be an array"};
+    }
+    return *found;
+}
+
+Scenario::App parseApp(const json& entry, const std::string& where) {
+    if (!entry.is_object()) {
+        throw Malformed{where + " is not an object"};
+    }
+    Scenario::App app;
+    app.application.bundleID = text(entry, "bundleID", where);
+    app.application.name = text(entry, "name", where);
+    const json& pid = member(entry, "pid", where);
+    if (!pid.is_number_integer() || pid.get<std::int64_t>() <= 0 ||
+        pid.get<std::int64_t>() > INT32_MAX) {
+        throw Malformed{where + ": \"pid\" must be a process number"};
+    }
+    app.application.pid = pid.get<Pid>();
+    app.width = number(entry, "width", 24, where);
+    app.title = entry.contains("title") ? text(entry, "title", where) : app.application.bundleID;
+    return app;
+}
+
+const std::map<std::string, Scenario::Action>& actions() {
+    static const std::map<std::string, Scenario::Action> names{
+        {"launch", Scenario::Action::launch},
+        {"pressHotKey", Scenario::Action::pressHotKey},
+        {"hoverMenuBar", Scenario::Action::hoverMenuBar},
+        {"pointerAway", Scenario::Action::pointerAway},
+        {"wait", Scenario::Action::wait},
+        {"clickToggle", Scenario::Action::clickToggle},
+        {"activate", Scenario::Action::activate},
+        {"switchProfile", Scenario::Action::switchProfile},
+        {"launchApp", Scenario::Action::launchApp},
+        {"quitApp", Scenario::Action::quitApp},
+    };
+    return names;
+}
+
+Scenario::Step parseStep(const json& entry, const std::string& where) {
+    if (!entry.is_object()) {
+        throw Malformed{where + " is not an object"};
+    }
+    const std::string name = text(entry, "do", where);
+    auto action = actions().find(name);
+    if (action == actions().end()) {
+        throw Malformed{where + ": there is no step \"" + name + "\""};
+    }
+    Scenario::Step step;
+    step.action = action->second;
+    step.title = entry.contains("title") ? text(entry, "title", where) : name;
+    switch (step.action) {
+    case Scenario::Action::wait: {
+        const json& ms = member(entry, "ms", where);
+        if (!ms.is_number_integer() || ms.get<std::int64_t>() < 0 ||
+            ms.get<std::int64_t>() > 3'600'000) {
+            throw Malformed{where +
+                            ": \"ms\" must be a whole number of milliseconds up to an hour"};
+        }
+        step.milliseconds = ms.get<std::int64_t>();
+        break;
+    }
+    case Scenario::Action::activate:
+    case Scenario::Action::quitApp:
+        step.argument = text(entry, "app", where);
+        break;
+    case Scenario::Action::switchProfile:
+        step.argument = text(entry, "name", where);
+        break;
+    case Scenario::Action::launchApp:
+        step.app = parseApp(member(entry, "app", where), where + ": app");
+        break;
+    default:
+        break;
+    }
+    return step;
+}
+
+json sectionMap(const json& value, const std::string& where) {
+    if (!value.is_object()) {
+        throw Malformed{where + " must be an object"};
+    }
+    return value;
+}
+
+Scenario parse(const json& document) {
+    if (!document.is_object()) {
+        throw Malformed{"the scenario must be a JSON object"};
+    }
+    Scenario scenario;
+    if (auto naming = document.find("naming"); naming != document.end()) {
+        if (*naming == "perApplication") {
+            scenario.naming = MenuBarNaming::perApplication;
+        } else if (*naming != "macOS26") {
+            throw Malformed{"\"naming\" must be \"macOS26\" or \"perApplication\""};
+        }
+    }
+    const json& systemItems = array(document, "systemItems");
+    for (std::size_t i = 0; i < systemItems.size(); ++i) {
+        const std::string where = "system item " + std::to_string(i);
+        if (!systemItems[i].is_object()) {
+            throw Malformed{where + " is not an object"};
+        }
+        scenario.systemItems.push_back(
+            {text(systemItems[i], "name", where), number(systemItems[i], "width", 24, where)});
+    }
+    const json& apps = array(document, "apps");
+    for (std::size_t i = 0; i < apps.size(); ++i) {
+        scenario.apps.push_back(parseApp(apps[i], "app " + std::to_string(i)));
+    }
+    if (auto rules = document.find("rules"); rules != document.end()) {
+        scenario.rules = sectionMap(*rules, "\"rules\"");
+    }
+    if (auto profiles = document.find("profiles"); profiles != document.end()) {
+        scenario.profiles = sectionMap(*profiles, "\"profiles\"");
+    }
+    const json& steps = array(document, "steps");
+    for (std::size_t i = 0; i < steps.size(); ++i) {
+        scenario.steps.push_back(parseStep(steps[i], "step " + std::to_string(i + 1)));
+    }
+    return scenario;
+}
+
+} // namespace
+
+ScenarioResult parseScenario(std::string_view text) {
+    json document = json::parse(text, nullptr, /*allow_exceptions=*/false);
+    if (document.is_discarded()) {
+        return {std::nullopt, "the scenario is not valid JSON"};
+    }
+    try {
+        return {parse(document), ""};
+    } catch (const Malformed& malformed) {
+        return {std::nullopt, malformed.message};
+    }
+}
+
+std::string_view Scenario::builtIn() {
+    return R"json({
+  "naming": "macOS26",
+  "systemItems": [
+    {"name": "FocusModes", "width": 26}, {"name": "Bluetooth", "width": 26},
+    {"name": "WiFi", "width": 28}, {"name": "Battery", "width": 38}
+  ],
+  "apps": [
+    {"bundleID": "com.tinyspeck.slackmacgap", "name": "Slack", "pid": 702, "width": 24},
+    {"bundleID": "us.zoom.xos", "name": "Zoom", "pid": 708, "width": 26},
+    {"bundleID": "com.getdropbox.dropbox", "name": "Dropbox", "pid": 701, "width": 28},
+    {"bundleID": "com.docker.docker", "name": "Docker", "pid": 703, "width": 26},
+    {"bundleID": "com.spotify.client", "name": "Spotify", "pid": 705, "width": 24},
+    {"bundleID": "com.example.weather", "name": "Weather", "pid": 706, "width": 30},
+    {"bundleID": "eu.exelban.Stats", "name": "Stats", "pid": 707, "width": 44},
+    {"bundleID": "com.1password.1password", "name": "1Password", "pid": 704, "width": 24}
+  ],
+  "rules": {
+    "com.getdropbox.dropbox": "hidden", "com.docker.docker": "hidden",
+    "com.spotify.client": "hidden", "sys:FocusModes": "hidden",
+    "com.tinyspeck.slackmacgap": "alwaysHidden", "us.zoom.xos": "alwaysHidden",
+    "com.example.weather": "dynamic", "sys:Clock": "hidden"
+  },
+  "profiles": {
+    "Focus": {"com.getdropbox.dropbox": "visible", "com.docker.docker": "alwaysHidden",
+              "com.spotify.client": "visible", "com.tinyspeck.slackmacgap": "alwaysHidden",
+              "us.zoom.xos": "alwaysHidden", "eu.exelban.Stats": "hidden"}
+  },
+  "steps": [
+    {"do": "launch", "title": "launch and first arrangement"},
+    {"do": "pressHotKey", "title": "hot key: reveal the hidden zone"},
+    {"do": "pressHotKey", "title": "hot key again: hide it"},
+    {"do": "hoverMenuBar", "title": "pointer onto the right half of the menu bar"},
+    {"do": "pointerAway", "title": "pointer away (the zone closes 0.5 s later)"},
+    {"do": "wait", "ms": 500, "title": "0.5 s later"},
+    {"do": "activate", "app": "com.example.weather", "title": "Weather (Auto) comes to the front"},
+    {"do": "activate", "app": "com.apple.finder", "title": "Finder comes to the front"},
+    {"do": "launchApp", "title": "Bartleby launches with a new item",
+     "app": {"bundleID": "com.example.bartleby", "name": "Bartleby", "pid": 709, "width": 24}},
+    {"do": "switchProfile", "name": "Focus", "title": "switch to the Focus profile"}
+  ]
+})json";
+}
+
+} // namespace quillet::sim

@@ -1,0 +1,81 @@
+#pragma once
+
+#include "sim/SimulatedMac.hpp"
+
+#include <nlohmann/json.hpp>
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quillet::sim {
+
+// A story to play on a simulated Mac with Quillet running: the menu bar it starts with, the
+// user's rules and profiles, and the steps that happen. Written as JSON:
+//
+//   {"naming": "macOS26",                                       or "perApplication"
+//    "systemItems": [{"name": "Battery", "width": 38}, …],       left to right
+//    "apps": [{"bundleID": "com.getdropbox.dropbox", "name": "Dropbox", "pid": 701,
+//              "width": 28, "title": "…"}, …],                   left to right
+//    "rules": {"com.getdropbox.dropbox": "hidden", "sys:Battery": "hidden", …},
+//    "profiles": {"Work": {…rules…}},
+//    "steps": [{"do": "launch"}, {"do": "pressHotKey"}, {"do": "hoverMenuBar"},
+//              {"do": "pointerAway"}, {"do": "wait", "ms": 600}, {"do": "clickToggle"},
+//              {"do": "activate", "app": "<bundle id>"}, {"do": "switchProfile", "name": "Work"},
+//              {"do": "launchApp", "app": {…as in apps…}}, {"do": "quitApp", "app": "<bundle
+//              id>"}]}
+//
+// Every step may carry a "title" to print instead of its own description.
+struct Scenario {
+    struct App {
+        SimulatedMac::Application application;
+        double width = 24;
+        std::string title; // the window title under macOS 26 naming: the bundle identifier
+    };
+    struct SystemItem {
+        std::string name;
+        double width = 24;
+    };
+    enum class Action {
+        launch,
+        pressHotKey,
+        hoverMenuBar,
+        pointerAway,
+        wait,
+        clickToggle,
+        activate,
+        switchProfile,
+        launchApp,
+        quitApp
+    };
+    struct Step {
+        Action action = Action::launch;
+        std::string title;
+        std::string argument; // the app or the profile
+        std::int64_t milliseconds = 0;
+        std::optional<App> app;
+    };
+
+    MenuBarNaming naming = MenuBarNaming::macOS26;
+    std::vector<SystemItem> systemItems;
+    std::vector<App> apps;
+    nlohmann::json rules = nlohmann::json::object();
+    nlohmann::json profiles = nlohmann::json::object();
+    std::vector<Step> steps;
+
+    // The scenario quillet-sim plays when given none: a macOS 26 bar with about fourteen items
+    // and rules of every section, through launch, hot key, hover, an Auto app, a newly launched
+    // app and a profile switch.
+    static std::string_view builtIn();
+};
+
+struct ScenarioResult {
+    std::optional<Scenario> scenario;
+    std::string error; // one line, when `scenario` is empty
+};
+
+ScenarioResult parseScenario(std::string_view text);
+
+} // namespace quillet::sim

@@ -1,0 +1,96 @@
+#include "sim/SimulatedLog.hpp"
+#include "sim/app/Scenario.hpp"
+#include "sim/app/ScenarioPlayer.hpp"
+#include "sim/prefs/FileKeyValueStore.hpp"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+namespace quillet {
+namespace {
+
+using ::testing::Contains;
+using ::testing::HasSubstr;
+using ::testing::Not;
+
+TEST(Scenario, RejectsMalformedScenariosWithOneLine) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"{", "not valid JSON"},
+        {"[]", "must be a JSON object"},
+        {R"({"steps": [{"do": "dance"}]})", "step 1: there is no step \"dance\""},
+        {R"({"steps": [{"do": "wait"}]})", "step 1: \"ms\" is missing"},
+        {R"({"steps": [{"do": "wait", "ms": -5}]})", "step 1: \"ms\" must be a whole number"},
+        {R"({"steps": [{"do": "activate", "app": 3}]})", "step 1: \"app\" must be a string"},
+        {R"({"apps": [{"bundleID": "a.b", "name": "A", "pid": "x"}]})",
+         "app 0: \"pid\" must be a process number"},
+        {R"({"apps": [{"bundleID": "a.b", "name": "A", "pid": 3, "width": 9000}]})",
+         "app 0: \"width\" must be a width from 1 to 600"},
+        {R"({"naming": "macOS7"})", "\"naming\" must be"},
+        {R"({"rules": []})", "\"rules\" must be an object"},
+    };
+    for (const auto& [text, message] : cases) {
+        auto result = sim::parseScenario(text);
+        EXPECT_FALSE(result.scenario) << text;
+        EXPECT_THAT(result.error, HasSubstr(message)) << text;
+    }
+}
+
+std::vector<std::string> play(std::string_view text, KeyValueStore* settings = nullptr) {
+    auto parsed = sim::parseScenario(text);
+    EXPECT_TRUE(parsed.scenario) << parsed.error;
+    std::vector<std::string> lines;
+    sim::ScenarioPlayer(std::move(*parsed.scenario), settings).play([&](const std::string& line) {
+        lines.push_back(line);
+    });
+    return lines;
+}
+
+constexpr std::string_view kTwoApps = R"({
+  "apps": [{"bundleID": "com.getdropbox.dropbox", "name": "Dropbox", "pid": 701, "width": 28},
+           {"bundleID": "com.docker.docker", "name": "Docker", "pid": 703, "width": 26}],
+  "rules": {"com.getdropbox.dropbox": "hidden", "sys:Clock": "hidden"},
+  "profiles": {"Open": {}},
+  "steps": [{"do": "launch"}, {"do": "clickToggle", "title": "toggle clicked"},
+            {"do": "switchProfile", "name": "Open"}]
+})";
+
+TEST(ScenarioPlayer, PrintsTheBarAfterEveryStepWithTheLog) {
+    auto lines = play(kTwoApps);
+    ASSERT_EQ(lines.size(), 1u + 3 * 2 + 1);
+    EXPECT_THAT(lines[1], HasSubstr("1. launch  (t="));
+    EXPECT_THAT(lines[2], HasSubstr("(Dropbox) <separator 10000> [Docker]"));
+    EXPECT_EQ(lines[3], "    log: Quillet: refusing to hidden system item sys:Clock "
+                        "(movable=false hideable=false)");
+    EXPECT_THAT(lines[4], HasSubstr("2. toggle clicked"));
+    EXPECT_THAT(lines[5], HasSubstr("[Dropbox] <separator> [Docker]"));
+    EXPECT_THAT(lines[7], HasSubstr("[Dropbox]"));
+    EXPECT_THAT(lines[7], Not(HasSubstr("(Dropbox)")));
+}
+
+TEST(ScenarioPlayer, ASecondRunWithTheSameSettingsStartsWhereTheFirstLeftOff) {
+    const auto path =
+        std::filesystem::path(::testing::TempDir()) / "quillet-scenario-settings.json";
+    std::filesystem::remove(path);
+    sim::SimulatedLog log;
+    {
+        sim::FileKeyValueStore settings(path, log);
+        play(kTwoApps, &settings); // ends in the "Open" profile: no rules
+    }
+    sim::FileKeyValueStore settings(path, log);
+    auto lines = play(kTwoApps, &settings);
+    EXPECT_THAT(lines[2], HasSubstr("[Dropbox]"));
+    EXPECT_THAT(lines[2], Not(HasSubstr("(Dropbox)")));
+    std::filesystem::remove(path);
+}
+
+TEST(ScenarioPlayer, TheBuiltInScenarioPlaysToItsEnd) {
+    auto parsed = sim::parseScenario(sim::Scenario::builtIn());
+    ASSERT_TRUE(parsed.scenario) << parsed.error;
+    auto lines = play(sim::Scenario::builtIn());
+    EXPECT_THAT(lines, Contains(HasSubstr("switch to the Focus profile")));
+}
+
+} // namespace
+} // namespace quillet
