@@ -1,5 +1,7 @@
 #include "sim/Recording.hpp"
 
+#include "sim/JsonInput.hpp"
+
 #include <nlohmann/json.hpp>
 
 #include <array>
@@ -17,10 +19,6 @@ constexpr std::array<WindowKey, 6> kWindowKeys{WindowKey::layer,     WindowKey::
 
 // Beyond this, a coordinate is no longer one a display could have.
 constexpr double kCoordinateLimit = 1e15;
-
-struct Malformed {
-    std::string message;
-};
 
 WindowValue toWindowValue(const json& value) {
     switch (value.type()) {
@@ -178,15 +176,7 @@ std::string_view windowKeyName(WindowKey key) {
 }
 
 RecordingResult parseRecording(std::string_view text) {
-    json document = json::parse(text, nullptr, /*allow_exceptions=*/false);
-    if (document.is_discarded()) {
-        return {std::nullopt, "the recording is not valid JSON"};
-    }
-    try {
-        return {parse(document), ""};
-    } catch (const Malformed& malformed) {
-        return {std::nullopt, malformed.message};
-    }
+    return readJsonInput<Recording>(text, "recording", parse);
 }
 
 } // namespace quillet::sim

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "sim/JsonInput.hpp"
 #include "sim/SimulatedMac.hpp"
 
 #include <optional>
@@ -19,10 +20,7 @@ struct Recording {
     Pid ownPID = 0;
 };
 
-struct RecordingResult {
-    std::optional<Recording> recording;
-    std::string error; // one line, when `recording` is empty
-};
+using RecordingResult = ParseResult<Recording>;
 
 RecordingResult parseRecording(std::string_view text);
 

@@ -66,7 +66,7 @@ int playScenario(const std::vector<std::string>& arguments) {
         text = std::move(*contents);
     }
     auto parsed = sim::parseScenario(text);
-    if (!parsed.scenario) {
+    if (!parsed.value) {
         return fail(parsed.error);
     }
     sim::StandardErrorLog log;
@@ -74,7 +74,7 @@ int playScenario(const std::vector<std::string>& arguments) {
     if (auto file = optionValue(arguments, "--settings")) {
         settings.emplace(*file, log);
     }
-    sim::ScenarioPlayer player(std::move(*parsed.scenario), settings ? &*settings : nullptr);
+    sim::ScenarioPlayer player(std::move(*parsed.value), settings ? &*settings : nullptr);
     player.play([](const std::string& line) { std::cout << line << "\n"; });
     return 0;
 }
@@ -85,11 +85,11 @@ int replayRecording(const std::vector<std::string>& arguments, const std::string
         return fail("cannot read " + file);
     }
     auto parsed = sim::parseRecording(*text);
-    if (!parsed.recording) {
+    if (!parsed.value) {
         return fail(file + ": " + parsed.error);
     }
-    sim::SimulatedMac& mac = parsed.recording->mac;
-    sim::HostProcessContext process(arguments, parsed.recording->ownPID);
+    sim::SimulatedMac& mac = parsed.value->mac;
+    sim::HostProcessContext process(arguments, parsed.value->ownPID);
     sim::StandardErrorLog log;
     ItemEnumerator enumerator(mac, mac, mac);
     MenuBarDebug debug(enumerator, mac, mac, process, log);

@@ -178,8 +178,8 @@ class RecordedMenuBar : public ::testing::TestWithParam<FixtureCase> {
 protected:
     void SetUp() override {
         auto loaded = loadFixture(GetParam().file);
-        ASSERT_TRUE(loaded.recording) << GetParam().file << ": " << loaded.error;
-        recording_ = std::move(loaded.recording);
+        ASSERT_TRUE(loaded.value) << GetParam().file << ": " << loaded.error;
+        recording_ = std::move(loaded.value);
     }
 
     ItemEnumerator enumerator() const {
@@ -232,8 +232,8 @@ class OddWindowRecording : public ::testing::Test {
 protected:
     void SetUp() override {
         auto loaded = loadFixture("odd-windows.json");
-        ASSERT_TRUE(loaded.recording) << loaded.error;
-        recording_ = std::move(loaded.recording);
+        ASSERT_TRUE(loaded.value) << loaded.error;
+        recording_ = std::move(loaded.value);
         ItemEnumerator enumerator(recording_->mac, recording_->mac, recording_->mac);
         items_ = enumerator.rawItems(recording_->ownPID);
     }

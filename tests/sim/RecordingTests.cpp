@@ -28,7 +28,7 @@ TEST(Recording, RejectsMalformedRecordingsWithOneLine) {
     };
     for (const auto& [text, message] : cases) {
         auto result = sim::parseRecording(text);
-        EXPECT_FALSE(result.recording) << text;
+        EXPECT_FALSE(result.value) << text;
         EXPECT_THAT(result.error, HasSubstr(message)) << text;
         EXPECT_EQ(result.error.find('\n'), std::string::npos);
     }
@@ -45,9 +45,9 @@ TEST(Recording, KeepsOddWindowValuesForTheCoreToJudge) {
              "kCGWindowBounds": {"X": 1400, "Y": 0, "Width": 30.5, "Height": 24},
              "kCGWindowName": "com.example.app", "kCGWindowAlpha": 1}
         ]})");
-    ASSERT_TRUE(result.recording) << result.error;
-    const auto& mac = result.recording->mac;
-    EXPECT_EQ(result.recording->ownPID, 4242);
+    ASSERT_TRUE(result.value) << result.error;
+    const auto& mac = result.value->mac;
+    EXPECT_EQ(result.value->ownPID, 4242);
     ASSERT_EQ(mac.windows().size(), 2u);
     EXPECT_EQ(mac.windows()[0][WindowKey::layer].content, WindowValue{std::string("25")}.content);
     EXPECT_TRUE(std::holds_alternative<WindowValue::Unsupported>(
@@ -55,7 +55,7 @@ TEST(Recording, KeepsOddWindowValuesForTheCoreToJudge) {
     EXPECT_TRUE(mac.windows()[1][WindowKey::ownerName].isAbsent());
 
     ItemEnumerator enumerator(mac, mac, mac);
-    auto items = enumerator.rawItems(result.recording->ownPID);
+    auto items = enumerator.rawItems(result.value->ownPID);
     ASSERT_EQ(items.size(), 1u);
     EXPECT_EQ(items[0].frame, makeRect(1400, 0, 30.5, 24));
     EXPECT_EQ(items[0].ownerPID, 0);

@@ -32,16 +32,16 @@ TEST(Scenario, RejectsMalformedScenariosWithOneLine) {
     };
     for (const auto& [text, message] : cases) {
         auto result = sim::parseScenario(text);
-        EXPECT_FALSE(result.scenario) << text;
+        EXPECT_FALSE(result.value) << text;
         EXPECT_THAT(result.error, HasSubstr(message)) << text;
     }
 }
 
 std::vector<std::string> play(std::string_view text, KeyValueStore* settings = nullptr) {
     auto parsed = sim::parseScenario(text);
-    EXPECT_TRUE(parsed.scenario) << parsed.error;
+    EXPECT_TRUE(parsed.value) << parsed.error;
     std::vector<std::string> lines;
-    sim::ScenarioPlayer(std::move(*parsed.scenario), settings).play([&](const std::string& line) {
+    sim::ScenarioPlayer(std::move(*parsed.value), settings).play([&](const std::string& line) {
         lines.push_back(line);
     });
     return lines;
@@ -87,7 +87,7 @@ TEST(ScenarioPlayer, ASecondRunWithTheSameSettingsStartsWhereTheFirstLeftOff) {
 
 TEST(ScenarioPlayer, TheBuiltInScenarioPlaysToItsEnd) {
     auto parsed = sim::parseScenario(sim::Scenario::builtIn());
-    ASSERT_TRUE(parsed.scenario) << parsed.error;
+    ASSERT_TRUE(parsed.value) << parsed.error;
     auto lines = play(sim::Scenario::builtIn());
     EXPECT_THAT(lines, Contains(HasSubstr("switch to the Focus profile")));
 }

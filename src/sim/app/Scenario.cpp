@@ -8,10 +8,6 @@ namespace {
 
 using nlohmann::json;
 
-struct Malformed {
-    std::string message;
-};
-
 const json& member(const json& object, const char* name, const std::string& where) {
     auto found = object.find(name);
     if (found == object.end()) {
@@ -172,15 +168,7 @@ Scenario parse(const json& document) {
 } // namespace
 
 ScenarioResult parseScenario(std::string_view text) {
-    json document = json::parse(text, nullptr, /*allow_exceptions=*/false);
-    if (document.is_discarded()) {
-        return {std::nullopt, "the scenario is not valid JSON"};
-    }
-    try {
-        return {parse(document), ""};
-    } catch (const Malformed& malformed) {
-        return {std::nullopt, malformed.message};
-    }
+    return readJsonInput<Scenario>(text, "scenario", parse);
 }
 
 std::string_view Scenario::builtIn() {

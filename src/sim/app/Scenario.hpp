@@ -1,5 +1,6 @@
 #pragma once
 
+#include "sim/JsonInput.hpp"
 #include "sim/SimulatedMac.hpp"
 
 #include <nlohmann/json.hpp>
@@ -71,10 +72,7 @@ struct Scenario {
     static std::string_view builtIn();
 };
 
-struct ScenarioResult {
-    std::optional<Scenario> scenario;
-    std::string error; // one line, when `scenario` is empty
-};
+using ScenarioResult = ParseResult<Scenario>;
 
 ScenarioResult parseScenario(std::string_view text);
 

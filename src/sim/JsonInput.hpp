@@ -1,0 +1,38 @@
+#pragma once
+
+#include <nlohmann/json.hpp>
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace quillet::sim {
+
+// A hand-written or recorded JSON input of the simulator that cannot be used; the message is the
+// one line its reader reports.
+struct Malformed {
+    std::string message;
+};
+
+// The outcome of reading such an input: the value, or the one-line reason there is none.
+template <class T> struct ParseResult {
+    std::optional<T> value;
+    std::string error;
+};
+
+// Parses `text` as JSON and hands the document to `read`, which throws Malformed for what it
+// cannot use; `what` names the input in the message for text that is not JSON at all.
+template <class T, class Read>
+ParseResult<T> readJsonInput(std::string_view text, std::string_view what, Read read) {
+    nlohmann::json document = nlohmann::json::parse(text, nullptr, /*allow_exceptions=*/false);
+    if (document.is_discarded()) {
+        return {std::nullopt, "the " + std::string(what) + " is not valid JSON"};
+    }
+    try {
+        return {read(document), ""};
+    } catch (const Malformed& malformed) {
+        return {std::nullopt, malformed.message};
+    }
+}
+
+} // namespace quillet::sim
