@@ -11,6 +11,9 @@ typedef unsigned int UInt32;
 typedef signed int SInt32;
 typedef signed long long SInt64;
 typedef unsigned long long UInt64;
+// Memory Manager types: a global `Handle` that a C++ type's own `Handle` must not be confused with.
+typedef char* Ptr;
+typedef Ptr* Handle;
 typedef SInt32 OSStatus;
 typedef UInt32 FourCharCode;
 typedef FourCharCode OSType;
