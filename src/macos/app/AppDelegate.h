@@ -4,9 +4,9 @@
 
 NS_ASSUME_NONNULL_BEGIN
 
-// The application's delegate: the resident agent's launch and quit handlers belong here. The
-// launch sequence has not been added yet, so for now the agent runs its run loop with nothing
-// started.
+// The application's delegate: hands AppKit's launch and quit notifications to the core's
+// application delegate, which it builds, together with the services, once launching has
+// finished.
 @interface AppDelegate : NSObject <NSApplicationDelegate>
 @end
 

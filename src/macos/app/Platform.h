@@ -1,12 +1,22 @@
 #pragma once
 
+#include "core/app/Services.hpp"
+#include "macos/app/AppKitApplicationShell.h"
 #include "macos/app/AppKitProcessContext.h"
+#include "macos/app/GCDScheduler.h"
 #include "macos/app/NSLogSink.h"
+#include "macos/engine/AppKitStatusBarHost.h"
+#include "macos/engine/CGInputInjector.h"
+#include "macos/engine/SMLoginItem.h"
+#include "macos/engine/SparkleUpdater.h"
 #include "macos/menubar/AXAccessibilityReader.h"
 #include "macos/menubar/AppKitWorkspace.h"
 #include "macos/menubar/CGDisplayGeometry.h"
 #include "macos/menubar/CGScreenCapture.h"
 #include "macos/menubar/CGWindowListSource.h"
+#include "macos/prefs/UserDefaultsStore.h"
+#include "macos/triggers/CarbonHotKeyRegistrar.h"
+#include "macos/triggers/NSEventPointerMonitor.h"
 
 namespace quillet::macos {
 
@@ -20,13 +30,26 @@ struct Platform {
     Platform(const Platform&) = delete;
     Platform& operator=(const Platform&) = delete;
 
+    // The ports a running Quillet is built on.
+    PlatformPorts ports();
+
+    // Declared after what they are given, so that each is built after it and destroyed before it.
+    NSLogSink log;
+    AppKitProcessContext process;
+    GCDScheduler scheduler;
+    AppKitApplicationShell application;
     CGWindowListSource windows;
     CGDisplayGeometry displays;
     AppKitWorkspace workspace;
     AXAccessibilityReader accessibility;
     CGScreenCapture screenCapture;
-    AppKitProcessContext process;
-    NSLogSink log;
+    CGInputInjector input;
+    CarbonHotKeyRegistrar hotKeys;
+    NSEventPointerMonitor pointer;
+    UserDefaultsStore defaults;
+    SMLoginItem loginItem;
+    SparkleUpdater updater{log};
+    AppKitStatusBarHost statusBar{updater};
 };
 
 } // namespace quillet::macos

@@ -7,4 +7,22 @@ Platform& Platform::shared() {
     return platform;
 }
 
+PlatformPorts Platform::ports() {
+    return {.scheduler = scheduler,
+            .application = application,
+            .process = process,
+            .windows = windows,
+            .displays = displays,
+            .workspace = workspace,
+            .accessibility = accessibility,
+            .statusBar = statusBar,
+            .input = input,
+            .hotKeys = hotKeys,
+            .pointer = pointer,
+            .defaults = defaults,
+            .loginItem = loginItem,
+            .updater = updater,
+            .log = log};
+}
+
 } // namespace quillet::macos
