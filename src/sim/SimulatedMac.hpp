@@ -168,7 +168,6 @@ public:
     const std::vector<Window>& windows() const { return windows_; }
     const std::vector<Rect>& displays() const { return displays_; }
     int screenRecordingRequests() const { return screenRecordingRequests_; }
-    int accessibilityPrompts() const { return accessibilityPrompts_; }
 
     // WindowListSource
     bool visitWindowList(const Visitor& visit) const override;
@@ -254,7 +253,6 @@ private:
     std::map<Pid, Rect> extrasFrames_;
     bool screenRecording_ = false;
     bool accessibility_ = false;
-    mutable int accessibilityPrompts_ = 0;
     int screenRecordingRequests_ = 0;
     Point pointer_;
     // Held by pointer so that the items and happenings that refer to them survive a move of the

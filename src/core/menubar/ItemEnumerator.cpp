@@ -80,6 +80,25 @@ private:
     std::vector<Candidate> entries_;
 };
 
+// The key under which logicalItems merges windows; nullopt for windows it leaves out.
+std::optional<std::string> logicalKey(const MenuBarItem& item) {
+    if (item.isOwnControlItem) {
+        return std::nullopt;
+    }
+    if (item.bundleID) {
+        if (isOwnName(*item.bundleID)) {
+            return std::nullopt;
+        }
+        std::string id = *item.bundleID;
+        removeAll(id, "-statusItem");
+        return "b:" + id;
+    }
+    if (!item.windowName || item.windowName->starts_with("Item-") || isOwnName(*item.windowName)) {
+        return std::nullopt;
+    }
+    return "n:" + *item.windowName;
+}
+
 } // namespace
 
 std::optional<std::size_t> displayIndexContaining(const std::vector<Rect>& displays, Point point) {
@@ -125,24 +144,6 @@ std::vector<Rect> ItemEnumerator::activeDisplayBounds() const {
         bounds.push_back(displays_.displayBounds(ids[i]));
     }
     return bounds;
-}
-
-std::optional<std::string> ItemEnumerator::logicalKey(const MenuBarItem& item) {
-    if (item.isOwnControlItem) {
-        return std::nullopt;
-    }
-    if (item.bundleID) {
-        if (isOwnName(*item.bundleID)) {
-            return std::nullopt;
-        }
-        std::string id = *item.bundleID;
-        removeAll(id, "-statusItem");
-        return "b:" + id;
-    }
-    if (!item.windowName || item.windowName->starts_with("Item-") || isOwnName(*item.windowName)) {
-        return std::nullopt;
-    }
-    return "n:" + *item.windowName;
 }
 
 std::vector<MenuBarItem> ItemEnumerator::logicalItems(Pid ownPID) const {

@@ -29,9 +29,6 @@ public:
     // Bounds of the active displays, in the window server's order.
     std::vector<Rect> activeDisplayBounds() const;
 
-    // The key under which logicalItems merges windows; nullopt for windows it leaves out.
-    static std::optional<std::string> logicalKey(const MenuBarItem& item);
-
 private:
     const WindowListSource& windows_;
     const DisplayGeometry& displays_;

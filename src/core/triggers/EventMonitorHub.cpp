@@ -40,11 +40,12 @@ void EventMonitorHub::handleMove() {
     auto screen = std::find_if(screens.begin(), screens.end(), [&](const Screen& candidate) {
         return candidate.frame.contains(pointer);
     });
-    const auto main = displays_.mainScreen();
-    if (screen == screens.end() && !main) {
+    // Runs on every pointer move: the main screen is asked for only when no screen holds it.
+    const auto fallback = screen == screens.end() ? displays_.mainScreen() : std::nullopt;
+    if (screen == screens.end() && !fallback) {
         return;
     }
-    const Rect& frame = screen != screens.end() ? screen->frame : main->frame;
+    const Rect& frame = screen != screens.end() ? screen->frame : fallback->frame;
     const bool inside = hoverZoneContains(frame, displays_.statusBarThickness(), pointer);
 
     if (inside && !insideHoverZone_) {

@@ -29,7 +29,6 @@ public:
     // Removes the monitors and cancels a pending conceal.
     void stop();
     bool isRunning() const { return !monitors_.empty(); }
-    bool insideHoverZone() const { return insideHoverZone_; }
 
     // One step of the outside/inside machine, from the pointer's current position.
     void handleMove();

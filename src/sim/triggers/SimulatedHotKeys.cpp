@@ -19,10 +19,7 @@ SimulatedHotKeys::registerEventHotKey(std::uint32_t keyCode, std::uint32_t modif
                                       std::uint32_t) {
     requestedIDs_.push_back(id);
     const Combination combination{keyCode, modifiers};
-    const bool taken = claimedElsewhere_.contains(combination) ||
-                       std::any_of(hotKeys_.begin(), hotKeys_.end(),
-                                   [&](const auto& entry) { return entry.second == combination; });
-    if (taken) {
+    if (claimedElsewhere_.contains(combination) || isRegistered(combination)) {
         return std::nullopt;
     }
     hotKeys_.emplace(nextHandle_, combination);
@@ -33,17 +30,18 @@ void SimulatedHotKeys::unregisterEventHotKey(Handle hotKey) {
     hotKeys_.erase(hotKey);
 }
 
+bool SimulatedHotKeys::isRegistered(const Combination& combination) const {
+    return std::any_of(hotKeys_.begin(), hotKeys_.end(),
+                       [&](const auto& entry) { return entry.second == combination; });
+}
+
 void SimulatedHotKeys::claimByAnotherApplication(std::uint32_t keyCode, std::uint32_t modifiers) {
     claimedElsewhere_.insert({keyCode, modifiers});
 }
 
 std::vector<std::int32_t> SimulatedHotKeys::press(std::uint32_t keyCode, std::uint32_t modifiers) {
-    const Combination combination{keyCode, modifiers};
-    const bool registered = std::any_of(hotKeys_.begin(), hotKeys_.end(), [&](const auto& entry) {
-        return entry.second == combination;
-    });
     std::vector<std::int32_t> statuses;
-    if (!registered) {
+    if (!isRegistered({keyCode, modifiers})) {
         return statuses;
     }
     // Copied first: a handler may install or remove handlers.

@@ -34,6 +34,8 @@ public:
 
 private:
     using Combination = std::pair<std::uint32_t, std::uint32_t>;
+    bool isRegistered(const Combination& combination) const;
+
     struct InstalledHandler {
         EventTypeSpec type;
         Handler handler;
