@@ -8,8 +8,9 @@
 #
 # IDENTITY is a Developer ID Application identity (a notarizable release: secure timestamp) or
 # "-" (ad hoc, for local builds). Every piece gets the hardened runtime, which notarization
-# requires. Library validation, part of that runtime, refuses to load a framework signed ad hoc,
-# so an ad hoc build adds the entitlement that disables it; a Developer ID build never does.
+# requires. Library validation, part of that runtime, may refuse a framework signed ad hoc, so an
+# ad hoc build that embeds Sparkle adds the entitlement that disables it; a Developer ID build
+# never does.
 set -euo pipefail
 
 if [ $# -ne 3 ]; then
@@ -20,20 +21,22 @@ app="$1"
 identity="$2"
 entitlements="$3"
 
+sparkle="$app/Contents/Frameworks/Sparkle.framework"
 options=(--force --sign "$identity" --options runtime)
 if [ "$identity" = "-" ]; then
     options+=(--timestamp=none)
+else
+    options+=(--timestamp)
+fi
+if [ "$identity" = "-" ] && [ -d "$sparkle" ]; then
     work="$(mktemp -d)"
     trap 'rm -rf "$work"' EXIT
     cp "$entitlements" "$work/adhoc.entitlements"
     /usr/libexec/PlistBuddy -c "Add :com.apple.security.cs.disable-library-validation bool true" \
         "$work/adhoc.entitlements"
     entitlements="$work/adhoc.entitlements"
-else
-    options+=(--timestamp)
 fi
 
-sparkle="$app/Contents/Frameworks/Sparkle.framework"
 if [ -d "$sparkle" ]; then
     codesign "${options[@]}" "$sparkle/Versions/B/XPCServices/Installer.xpc"
     # The downloader service keeps the sandbox entitlements Sparkle gave it.

@@ -37,10 +37,10 @@ for key in SUFeedURL SUPublicEDKey; do
 done
 if [ "$sparkle" = ON ]; then
     test -d "$app/Contents/Frameworks/Sparkle.framework/Versions/B/XPCServices/Installer.xpc"
-    otool -L "$app/Contents/MacOS/Quillet" | grep -q '@rpath/Sparkle.framework'
+    [[ "$(otool -L "$app/Contents/MacOS/Quillet")" == *@rpath/Sparkle.framework* ]]
 fi
 codesign --verify --strict --deep --verbose=2 "$app"
-codesign --display --verbose=2 "$app" 2>&1 | grep -q 'flags=.*runtime'
+[[ "$(codesign --display --verbose=2 "$app" 2>&1)" == *flags=*runtime* ]]
 
 echo "== smoke run: Quillet --list-items"
 "$app/Contents/MacOS/Quillet" --list-items > build/list-items.json
