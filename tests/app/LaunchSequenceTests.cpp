@@ -54,6 +54,7 @@ private:
 class JournalingUpdater : public Updater {
 public:
     JournalingUpdater(Updater& next, Journal& journal) : next_(next), journal_(journal) {}
+    bool isAvailable() const override { return next_.isAvailable(); }
     void start() override {
         journal_.push_back("updater started");
         next_.start();

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "core/app/Services.hpp"
+#include "core/engine/GuardedUpdater.hpp"
+#include "macos/app/AppKitAlertPresenter.h"
 #include "macos/app/AppKitApplicationShell.h"
 #include "macos/app/AppKitProcessContext.h"
 #include "macos/app/GCDScheduler.h"
@@ -48,7 +50,11 @@ struct Platform {
     NSEventPointerMonitor pointer;
     UserDefaultsStore defaults;
     SMLoginItem loginItem;
-    SparkleUpdater updater{log};
+    AppKitAlertPresenter alerts;
+    SparkleUpdater sparkle;
+    // What the app and the "Check for Updates…" entry reach: the core decides whether Sparkle
+    // runs at all.
+    GuardedUpdater updater{sparkle, alerts, log};
     AppKitStatusBarHost statusBar{updater};
 };
 

@@ -34,12 +34,6 @@ namespace quillet::macos {
 
 namespace {
 
-// AppKit's titles and key equivalents may not be nil; text that is not UTF-8 shows as nothing.
-NSString* nonNilString(const std::string& text) {
-    NSString* string = nsString(text);
-    return string != nil ? string : @"";
-}
-
 NSImage* symbolImage(const SymbolImage& symbol) {
     NSString* name = nsString(symbol.symbolName);
     if (name == nil) {

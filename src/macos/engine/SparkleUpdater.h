@@ -1,6 +1,5 @@
 #pragma once
 
-#include "core/ports/LogSink.hpp"
 #include "core/ports/Updater.hpp"
 
 #if QUILLET_HAS_SPARKLE
@@ -10,23 +9,19 @@
 namespace quillet::macos {
 
 // Software updates through Sparkle 2's standard updater controller. Sparkle is optional when
-// building: an app built without it (QUILLET_HAS_SPARKLE off) has no way to update itself, so
-// there start() has nothing to start and a check for updates says so in the system log.
+// building (QUILLET_HAS_SPARKLE); a build without it, or whose Info.plist lacks the feed or the
+// key, is unavailable, and the core then neither starts nor checks it.
 class SparkleUpdater final : public Updater {
 public:
-    // `log` must outlive the updater.
-    explicit SparkleUpdater(LogSink& log) : log_(log) {}
-
+    bool isAvailable() const override;
     void start() override;
     void checkForUpdates() override;
 
-private:
 #if QUILLET_HAS_SPARKLE
+private:
     // Sparkle checks on its schedule only while its controller lives.
     SPUStandardUpdaterController* controller_ = nil;
 #endif
-    // Written to only by a build without Sparkle.
-    [[maybe_unused]] LogSink& log_;
 };
 
 } // namespace quillet::macos

@@ -1,5 +1,6 @@
 #import "macos/engine/SparkleUpdater.h"
 
+#import <Foundation/Foundation.h>
 #if QUILLET_HAS_SPARKLE
 #import <Sparkle/Sparkle.h>
 #endif
@@ -7,6 +8,20 @@
 namespace quillet::macos {
 
 #if QUILLET_HAS_SPARKLE
+
+namespace {
+
+// Whether the main bundle's Info.plist names a non-empty string under `key`, as Sparkle reads it.
+bool hasInfoString(NSString* key) {
+    id value = [[NSBundle mainBundle] objectForInfoDictionaryKey:key];
+    return [value isKindOfClass:[NSString class]] && [(NSString*)value length] > 0;
+}
+
+} // namespace
+
+bool SparkleUpdater::isAvailable() const {
+    return hasInfoString(@"SUFeedURL") && hasInfoString(@"SUPublicEDKey");
+}
 
 void SparkleUpdater::start() {
     if (controller_ != nil) {
@@ -24,12 +39,14 @@ void SparkleUpdater::checkForUpdates() {
 
 #else
 
-// Built without Sparkle: there is no updater to start.
+// Built without Sparkle: nothing to start or to check.
+bool SparkleUpdater::isAvailable() const {
+    return false;
+}
+
 void SparkleUpdater::start() {}
 
-void SparkleUpdater::checkForUpdates() {
-    log_.log("Quillet: software updates are not available in this build");
-}
+void SparkleUpdater::checkForUpdates() {}
 
 #endif
 

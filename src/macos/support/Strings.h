@@ -17,5 +17,8 @@ std::optional<std::string> utf8String(NSString* string);
 
 // An NSString of UTF-8 text; nil when the bytes are not valid UTF-8.
 NSString* nsString(std::string_view text);
+// The same, with "" instead of nil, for AppKit titles and texts that may not be nil: text that is
+// not UTF-8 shows as nothing.
+NSString* nonNilString(std::string_view text);
 
 } // namespace quillet::macos

@@ -41,4 +41,9 @@ NSString* nsString(std::string_view text) {
                                   encoding:NSUTF8StringEncoding];
 }
 
+NSString* nonNilString(std::string_view text) {
+    NSString* string = nsString(text);
+    return string != nil ? string : @"";
+}
+
 } // namespace quillet::macos

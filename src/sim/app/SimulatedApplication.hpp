@@ -1,11 +1,13 @@
 #pragma once
 
+#include "core/ports/AlertPresenter.hpp"
 #include "core/ports/ApplicationShell.hpp"
 #include "core/ports/LoginItem.hpp"
 #include "core/ports/Updater.hpp"
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace quillet::sim {
 
@@ -37,17 +39,31 @@ private:
     std::optional<std::string> refusal_;
 };
 
-// The update framework: counts starts and checks.
+// The update framework: counts starts and checks. A build without it (or without a feed and a
+// key) is unavailable.
 class SimulatedUpdater : public Updater {
 public:
+    bool isAvailable() const override { return available_; }
     void start() override { ++starts_; }
     void checkForUpdates() override { ++checks_; }
     int starts() const { return starts_; }
     int checks() const { return checks_; }
+    void setAvailable(bool available) { available_ = available; }
 
 private:
+    bool available_ = true;
     int starts_ = 0;
     int checks_ = 0;
+};
+
+// The alerts shown to the user, in order.
+class SimulatedAlerts : public AlertPresenter {
+public:
+    void present(const Alert& alert) override { shown_.push_back(alert); }
+    const std::vector<Alert>& shown() const { return shown_; }
+
+private:
+    std::vector<Alert> shown_;
 };
 
 } // namespace quillet::sim
