@@ -14,6 +14,8 @@
 #include "macos/menubar/CGDisplayGeometry.h"
 #include "macos/menubar/CGScreenCapture.h"
 #include "macos/menubar/CGWindowListSource.h"
+#include "macos/nav/AppKitPanelHost.h"
+#include "macos/nav/NSEventKeyMonitor.h"
 #include "macos/prefs/UserDefaultsStore.h"
 #include "macos/triggers/CarbonHotKeyRegistrar.h"
 #include "macos/triggers/NSEventPointerMonitor.h"
@@ -50,6 +52,8 @@ struct Platform {
     SMLoginItem loginItem;
     SparkleUpdater updater{log};
     AppKitStatusBarHost statusBar{updater};
+    NSEventKeyMonitor keys;
+    AppKitPanelHost panels;
 };
 
 } // namespace quillet::macos

@@ -55,12 +55,16 @@ std::string timestamp(Duration now) {
 ScenarioPlayer::ScenarioPlayer(Scenario scenario, KeyValueStore* settings)
     : scenario_(std::move(scenario)), settings_(settings) {}
 
+void ScenarioPlayer::stage(SimulatedQuillet& quillet, const Scenario& scenario) {
+    setStage(quillet.world.mac, scenario);
+    storeRules(quillet.services.preferences(), scenario);
+}
+
 void ScenarioPlayer::play(const Printer& print) {
     SimulatedQuillet quillet({"Quillet"}, settings_);
     SimulatedWorld& world = quillet.world;
-    setStage(world.mac, scenario_);
+    stage(quillet, scenario_);
     AppPreferences& preferences = quillet.services.preferences();
-    storeRules(preferences, scenario_);
 
     const Rect display = world.mac.mainDisplayBounds();
     const Point overMenuBar{display.minX() + display.width() * 0.75, display.height() - 5};
