@@ -2,6 +2,7 @@
 
 #include "core/prefs/AppPreferences.hpp"
 #include "sim/app/SimulatedQuillet.hpp"
+#include "sim/nav/NavigationSteps.hpp"
 
 #include <algorithm>
 #include <cstdio>
@@ -70,6 +71,7 @@ void ScenarioPlayer::play(const Printer& print) {
     const Point overMenuBar{display.minX() + display.width() * 0.75, display.height() - 5};
     const Point awayFromMenuBar{overMenuBar.x, display.height() / 2};
     std::size_t logged = 0;
+    std::size_t opened = 0;
 
     print("    " + world.mac.renderMenuBar());
     for (std::size_t index = 0; index < scenario_.steps.size(); ++index) {
@@ -119,6 +121,13 @@ void ScenarioPlayer::play(const Printer& print) {
                 }
             }
             break;
+        case Scenario::Action::keyboardNav:
+            NavigationSteps::chooseKeyboardNavigation(world);
+            break;
+        case Scenario::Action::pressKey:
+            world.mac.keyboard().type(*NavigationSteps::keyCode(step.argument));
+            settle = false;
+            break;
         }
         if (settle) {
             world.scheduler.runUntilIdle();
@@ -128,6 +137,9 @@ void ScenarioPlayer::play(const Printer& print) {
         print(std::to_string(index + 1) + ". " + step.title + "  (" +
               timestamp(world.scheduler.now()) + ")");
         print("    " + world.mac.renderMenuBar());
+        for (const std::string& line : NavigationSteps::describe(world, opened)) {
+            print("    " + line);
+        }
         for (; logged < world.log.lines().size(); ++logged) {
             print("    log: " + world.log.lines()[logged]);
         }
