@@ -223,6 +223,24 @@ TEST(NavigationSelfTest, FailsWhenTheActivationIsRefusedAndLeavesNothingBehind) 
     EXPECT_FALSE(quillet.delegate.controlManager->isExpanded());
 }
 
+// The user leaves navigation while the self-test walks: the readings after that have no focus.
+TEST(NavigationSelfTest, ReadsNoFocusOnceNavigationHasEnded) {
+    sim::SimulatedQuillet quillet({"Quillet", "--nav-selftest"});
+    quillet.world.mac.addApplicationItem(kDocker, kDocker.bundleID, 26);
+    quillet.delegate.applicationDidFinishLaunching();
+    Nav& nav = quillet.services.keyboardNav();
+    // Until the self-test's first arrow has moved the focus, before it reads the focus.
+    while (nav.positionLabel() != "2 / 3" && quillet.world.scheduler.now() < 10s) {
+        quillet.world.scheduler.advance(10ms);
+    }
+    quillet.world.mac.keyboard().type(Nav::kEscapeKey);
+    quillet.world.scheduler.advance(1s);
+    EXPECT_EQ(quillet.world.process.standardOutput(),
+              "NAV-SELFTEST: index 0→-1→-1→-1  FAILED — monitor did not move focus (key capture "
+              "broken)\n");
+    EXPECT_TRUE(quillet.world.application.isTerminated());
+}
+
 // The story quillet-sim tells with the example scenario: the panel follows the arrows, Escape and
 // Return close the zone, and Return opens the focused item.
 TEST(NavigationScenario, PrintsThePanelAfterEveryKeyAndTheItemOpened) {
