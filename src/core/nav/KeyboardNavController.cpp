@@ -8,6 +8,7 @@
 #include "core/ports/ProcessContext.hpp"
 
 #include <algorithm>
+#include <cassert>
 #include <utility>
 
 namespace quillet {
@@ -37,6 +38,10 @@ const PanelStyle KeyboardNavController::kPanelStyle{.contentRect = makeRect(0, 0
                                                     .clearBackground = true,
                                                     .hasShadow = true};
 
+void KeyboardNavController::assertMainThread() const {
+    assert(deps_.scheduler.isMainThread() && "keyboard navigation is main-thread only");
+}
+
 Point KeyboardNavController::panelOrigin(const Rect& screenFrame) {
     return {screenFrame.midX() - kPanelStyle.contentRect.width() / 2,
             screenFrame.maxY() - kPanelDropFromTop};
@@ -58,6 +63,7 @@ std::string KeyboardNavController::positionLabel() const {
 }
 
 void KeyboardNavController::enter() {
+    assertMainThread();
     isEntering_ = true;
     if (auto items = deps_.controlItems(); items && !items->isExpanded()) {
         items->setExpanded(true);
@@ -107,6 +113,7 @@ void KeyboardNavController::installMonitor() {
 }
 
 void KeyboardNavController::showPanel() {
+    assertMainThread();
     auto panel = deps_.panels.createPanel(kPanelStyle);
     panel->setContent(NavHUD(*this).body());
     if (auto screen = deps_.displays.mainScreen()) {
@@ -119,6 +126,7 @@ void KeyboardNavController::showPanel() {
 }
 
 bool KeyboardNavController::handle(const KeyEvent& event) {
+    assertMainThread();
     switch (event.keyCode) {
     case kReturnKey:
     case kKeypadEnterKey:
@@ -143,6 +151,7 @@ bool KeyboardNavController::handle(const KeyEvent& event) {
 }
 
 void KeyboardNavController::activateFocused() {
+    assertMainThread();
     if (!state_ || !state_->hasFocus()) {
         return;
     }
@@ -156,6 +165,7 @@ void KeyboardNavController::activateFocused() {
 }
 
 void KeyboardNavController::exit() {
+    assertMainThread();
     isEntering_ = false;
     if (monitor_) {
         deps_.keys.removeMonitor(*std::exchange(monitor_, std::nullopt));
@@ -189,6 +199,7 @@ void KeyboardNavController::offerTo(AppDelegate::Hooks& hooks) {
 }
 
 void KeyboardNavController::runSelfTest() {
+    assertMainThread();
     TaskHandle::spawn(deps_.scheduler, selfTest(deps_.scheduler, anchor_.ref()));
 }
 

@@ -86,9 +86,6 @@ public:
     void offerTo(AppDelegate::Hooks& hooks);
 
     const std::optional<NavState>& state() const { return state_; }
-    bool isEntering() const { return isEntering_; }
-    bool isMonitoring() const { return monitor_.has_value(); }
-    bool hasPanel() const { return panel_ != nullptr; }
 
     // Where the panel goes on a screen with this frame (AppKit coordinates).
     static Point panelOrigin(const Rect& screenFrame);
@@ -96,6 +93,7 @@ public:
 private:
     using Ref = WeakAnchor<KeyboardNavController>::Ref;
 
+    void assertMainThread() const;
     void setState(std::optional<NavState> state);
     void finishEntering();
     std::vector<MenuBarItem> itemsLeftToRight() const;

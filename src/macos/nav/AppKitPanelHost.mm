@@ -1,5 +1,7 @@
 #include "macos/nav/AppKitPanelHost.h"
 
+#include "macos/support/Strings.h"
+
 #import <AppKit/AppKit.h>
 
 // A borderless panel cannot become key by default; the core makes it key so that it gets the keys.
@@ -34,7 +36,9 @@ NSImage* roundedMask(CGFloat radius) {
 }
 
 NSTextField* label(const PanelText& line) {
-    NSTextField* field = [NSTextField labelWithString:@(line.text.c_str())];
+    // Text that is not valid UTF-8 shows as an empty line.
+    NSString* text = nsString(line.text);
+    NSTextField* field = [NSTextField labelWithString:text != nil ? text : @""];
     field.font = [NSFont
         preferredFontForTextStyle:line.font == PanelText::Font::headline ? NSFontTextStyleHeadline
                                                                          : NSFontTextStyleCaption2
@@ -59,6 +63,7 @@ NSView* render(const PanelContent& content, NSSize size) {
     background.maskImage = roundedMask(content.cornerRadius);
 
     NSStackView* stack = [NSStackView stackViewWithViews:@[]];
+    stack.translatesAutoresizingMaskIntoConstraints = NO;
     stack.orientation = NSUserInterfaceLayoutOrientationVertical;
     stack.alignment = NSLayoutAttributeCenterX;
     stack.spacing = content.spacing;

@@ -20,8 +20,6 @@ public:
     void activateIgnoringOtherApps() override { active_ = active_ || !refuseActivation_; }
     void terminate() override { terminated_ = true; }
     bool isActive() const { return active_; }
-    // Another application comes to the front (or, refused, we never get there).
-    void deactivate() { active_ = false; }
     void refuseActivation(bool refuse) { refuseActivation_ = refuse; }
     bool isTerminated() const { return terminated_; }
 

@@ -43,7 +43,7 @@ std::vector<std::string> SimPanel::render() const {
 }
 
 std::shared_ptr<FloatingPanel> SimulatedPanels::createPanel(const PanelStyle& style) {
-    auto panel = std::make_shared<SimPanel>(style);
+    auto panel = std::make_shared<SimPanel>(style.contentRect.origin);
     panel->siblings_ = &panels_;
     panels_.push_back(panel);
     return panel;

@@ -11,7 +11,8 @@ namespace quillet::sim {
 // One of our panels on the simulated screen.
 class SimPanel : public FloatingPanel {
 public:
-    explicit SimPanel(const PanelStyle& made) : style(made), origin(made.contentRect.origin) {}
+    // Where the panel is made; it stays there until moved.
+    explicit SimPanel(Point madeAt) : origin(madeAt) {}
 
     void setContent(const PanelContent& newContent) override { content = newContent; }
     void setFrameOrigin(Point newOrigin) override { origin = newOrigin; }
@@ -21,7 +22,6 @@ public:
     // The content drawn as text, one entry per line shown.
     std::vector<std::string> render() const;
 
-    PanelStyle style;
     PanelContent content;
     Point origin;
     bool visible = false;
