@@ -63,6 +63,7 @@ SimulatedMac::Window SimulatedMac::statusItemWindow(WindowID id, Rect frame, Pid
 
 SimulatedMac::SimulatedMac(VirtualScheduler& scheduler) {
     input_->setScheduler(&scheduler);
+    keyboard_.setScheduler(&scheduler);
 }
 
 void SimulatedMac::setDisplays(std::vector<Rect> displays) {

@@ -37,6 +37,7 @@
 #include "sim/engine/MenuBarModel.hpp"
 #include "sim/engine/SimStatusItem.hpp"
 #include "sim/engine/SimulatedInput.hpp"
+#include "sim/nav/SimulatedKeyboard.hpp"
 
 #include <array>
 #include <map>
@@ -227,6 +228,15 @@ public:
     void warpCursor(Point location) override;
     void pause(std::chrono::microseconds duration) override { input_->pause(duration); }
 
+    // Keyboard navigation's input (sim/nav/SimulatedMac+Navigation.cpp). Posted keys go to the
+    // keyboard. A mouse event without a source acts as one with a source, and a plain click (down
+    // and up on the same item, no Command) opens the item under it.
+    void post(const MouseEvent& event) override;
+    void post(const EventSource* source, const KeyEvent& event) override;
+    SimulatedKeyboard& keyboard() { return keyboard_; }
+    // The items opened by a click, in order.
+    const std::vector<WindowID>& openedItems() const { return opened_; }
+
     // Backing scale of every simulated screen.
     static constexpr double kBackingScale = 2.0;
 
@@ -262,6 +272,10 @@ private:
     std::map<WindowID, std::weak_ptr<SimStatusItem>> statusItems_;
     bool eventSourceAvailable_ = true;
     bool pointerEventAvailable_ = true;
+    std::optional<WindowID> itemAt(Point location) const;
+    SimulatedKeyboard keyboard_;
+    std::vector<WindowID> opened_;
+    std::optional<WindowID> pressedItem_;
 };
 
 } // namespace quillet::sim

@@ -2,6 +2,8 @@
 //
 //   quillet-sim [--scenario FILE] [--settings FILE]    play a scenario with Quillet running and
 //                                                      print the menu bar after every step
+//   quillet-sim --nav-selftest [--scenario FILE]      launch Quillet with --nav-selftest on the
+//                                                      scenario's menu bar and print its verdict
 //   quillet-sim --windows FILE --list-items [--raw]   print the item listing the app would print
 //   quillet-sim --windows FILE --dump-raw OUT          write the raw dump the app would write
 #include "core/app/CommandLine.hpp"
@@ -12,6 +14,7 @@
 #include "sim/StandardErrorLog.hpp"
 #include "sim/app/Scenario.hpp"
 #include "sim/app/ScenarioPlayer.hpp"
+#include "sim/nav/SelfTestLaunch.hpp"
 #include "sim/prefs/FileKeyValueStore.hpp"
 
 #include <algorithm>
@@ -74,6 +77,12 @@ int playScenario(const std::vector<std::string>& arguments) {
     if (auto file = optionValue(arguments, "--settings")) {
         settings.emplace(*file, log);
     }
+    if (CommandLine::hasFlag(arguments, CommandLine::kNavSelfTest)) {
+        auto launch =
+            sim::launchWithNavigationSelfTest(*parsed.value, settings ? &*settings : nullptr);
+        std::cout << launch.standardOutput;
+        return launch.quit ? 0 : fail("Quillet did not quit within a minute");
+    }
     sim::ScenarioPlayer player(std::move(*parsed.value), settings ? &*settings : nullptr);
     player.play([](const std::string& line) { std::cout << line << "\n"; });
     return 0;
@@ -115,7 +124,7 @@ int main(int argc, char** argv) {
     }
     const bool onlyScenarioOptions =
         std::all_of(arguments.begin() + 1, arguments.end(), [&](const std::string& a) {
-            return a == "--scenario" || a == "--settings" ||
+            return a == "--scenario" || a == "--settings" || a == CommandLine::kNavSelfTest ||
                    optionValue(arguments, "--scenario") == a ||
                    optionValue(arguments, "--settings") == a;
         });

@@ -27,6 +27,8 @@ public:
         journal_.push_back(policy == ActivationPolicy::accessory ? "accessory policy" : "policy");
         next_.setActivationPolicy(policy);
     }
+    void activateIgnoringOtherApps() override { next_.activateIgnoringOtherApps(); }
+    void terminate() override { next_.terminate(); }
 
 private:
     ApplicationShell& next_;
@@ -159,7 +161,9 @@ protected:
                 .defaults = ports.defaults,
                 .loginItem = ports.loginItem,
                 .updater = updater,
-                .log = ports.log};
+                .log = ports.log,
+                .keys = ports.keys,
+                .panels = ports.panels};
     }
 
     Journal journal;

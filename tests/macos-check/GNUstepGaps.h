@@ -169,12 +169,25 @@ API_AVAILABLE(macos(10.9))
 + (instancetype)labelWithString:(NSString*)stringValue API_AVAILABLE(macos(10.12));
 + (instancetype)wrappingLabelWithString:(NSString*)stringValue API_AVAILABLE(macos(10.12));
 @property CGFloat preferredMaxLayoutWidth API_AVAILABLE(macos(10.8));
+@property NSInteger maximumNumberOfLines API_AVAILABLE(macos(10.11));
 @end
+
+// NSObjCRuntime.h
+#define NS_TYPED_ENUM __attribute__((swift_wrapper(enum)))
+
+// NSFontDescriptor.h
+typedef NSString* NSFontTextStyle NS_TYPED_ENUM;
+APPKIT_EXTERN NSFontTextStyle const NSFontTextStyleHeadline API_AVAILABLE(macos(11.0));
+APPKIT_EXTERN NSFontTextStyle const NSFontTextStyleCaption2 API_AVAILABLE(macos(11.0));
+typedef NSString* NSFontTextStyleOptionKey NS_TYPED_ENUM;
 
 // NSFont.h
 @interface NSFont (AppleOnlyFonts)
 + (NSFont*)systemFontOfSize:(CGFloat)fontSize
                      weight:(NSFontWeight)weight API_AVAILABLE(macos(10.11));
++ (NSFont*)preferredFontForTextStyle:(NSFontTextStyle)style
+                             options:(NSDictionary<NSFontTextStyleOptionKey, id>*)options
+    API_AVAILABLE(macos(11.0));
 @end
 
 // NSButton.h, NSControl.h. GNUstep keeps the control size on the cell only.
@@ -187,6 +200,9 @@ API_AVAILABLE(macos(10.9))
 @interface NSControl (AppleOnlyControlSize)
 @property NSControlSize controlSize API_AVAILABLE(macos(10.10));
 @end
+@interface NSControl (AppleOnlyLineBreaks)
+@property NSLineBreakMode lineBreakMode API_AVAILABLE(macos(10.10));
+@end
 
 // NSButtonCell.h of the macOS 14 SDK names the bezel styles by role; GNUstep has the older names
 // for the same values (NSRoundedBezelStyle is 1, NSTexturedRoundedBezelStyle 11).
@@ -194,6 +210,19 @@ static const NSBezelStyle NSBezelStylePush = NSRoundedBezelStyle;
 static const NSBezelStyle NSBezelStyleRounded = NSBezelStylePush;
 static const NSBezelStyle NSBezelStyleToolbar = NSTexturedRoundedBezelStyle;
 static const NSBezelStyle NSBezelStyleBadge = static_cast<NSBezelStyle>(15);
+
+// NSImage.h
+typedef NS_ENUM(NSInteger, NSImageResizingMode) {
+    NSImageResizingModeTile = 0,
+    NSImageResizingModeStretch = 1,
+} API_AVAILABLE(macos(10.10));
+@interface NSImage (AppleOnlyDrawnImages)
++ (instancetype)imageWithSize:(NSSize)size
+                      flipped:(BOOL)drawingHandlerShouldBeCalledWithFlippedContext
+               drawingHandler:(BOOL (^)(NSRect dstRect))drawingHandler API_AVAILABLE(macos(10.8));
+@property NSEdgeInsets capInsets API_AVAILABLE(macos(10.10));
+@property NSImageResizingMode resizingMode API_AVAILABLE(macos(10.10));
+@end
 
 // NSImageView.h
 @interface NSImageView (AppleOnlyImageViews)

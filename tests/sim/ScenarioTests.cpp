@@ -29,6 +29,7 @@ TEST(Scenario, RejectsMalformedScenariosWithOneLine) {
          "app 0: \"width\" must be a width from 1 to 600"},
         {R"({"naming": "macOS7"})", "\"naming\" must be"},
         {R"({"rules": []})", "\"rules\" must be an object"},
+        {R"({"steps": [{"do": "pressKey", "key": "tab"}]})", "step 1: there is no key \"tab\""},
     };
     for (const auto& [text, message] : cases) {
         auto result = sim::parseScenario(text);

@@ -5,6 +5,7 @@
 #include "core/engine/SpacerManager.hpp"
 #include "core/engine/UpdaterManager.hpp"
 #include "core/engine/VisibleItemEnforcer.hpp"
+#include "core/nav/KeyboardNavController.hpp"
 #include "core/ports/ProcessContext.hpp"
 #include "core/prefs/AppPreferences.hpp"
 #include "core/triggers/ActiveAppMonitor.hpp"
@@ -60,6 +61,15 @@ ActiveAppMonitor& Services::activeAppMonitor() {
     return lazily(activeAppMonitor_, [&] {
         return std::make_unique<ActiveAppMonitor>(ports_.workspace, preferences(),
                                                   controlItemManagerLookup());
+    });
+}
+
+KeyboardNavController& Services::keyboardNav() {
+    return lazily(keyboardNav_, [&] {
+        return std::make_unique<KeyboardNavController>(KeyboardNavController::Dependencies{
+            ports_.scheduler, ports_.windows, ports_.displays, ports_.workspace, ports_.keys,
+            ports_.panels, ports_.application, ports_.input, ports_.process,
+            controlItemManagerLookup()});
     });
 }
 

@@ -15,10 +15,13 @@ class ControlItemManager;
 class DisplayGeometry;
 class HotKeyRegistrar;
 class InputInjector;
+class KeyMonitor;
 class KeyValueStore;
+class KeyboardNavController;
 class LaunchAtLogin;
 class LogSink;
 class LoginItem;
+class PanelHost;
 class PointerMonitor;
 class ProcessContext;
 class Scheduler;
@@ -48,6 +51,8 @@ struct PlatformPorts {
     LoginItem& loginItem;
     Updater& updater;
     LogSink& log;
+    KeyMonitor& keys;
+    PanelHost& panels;
 };
 
 // The process-wide objects of a running Quillet, each created on first use. One instance per
@@ -68,6 +73,7 @@ public:
     SpacerManager& spacers();
     VisibleItemEnforcer& enforcer();
     ActiveAppMonitor& activeAppMonitor();
+    KeyboardNavController& keyboardNav();
 
     // The control item manager, held weakly: its owner (the application delegate) publishes it
     // here, and whoever reaches it this way does nothing once it is gone.
@@ -84,6 +90,7 @@ private:
     std::unique_ptr<SpacerManager> spacers_;
     std::unique_ptr<VisibleItemEnforcer> enforcer_;
     std::unique_ptr<ActiveAppMonitor> activeAppMonitor_;
+    std::unique_ptr<KeyboardNavController> keyboardNav_;
     std::weak_ptr<ControlItemManager> controlItemManager_;
 };
 

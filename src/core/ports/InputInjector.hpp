@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/ports/Geometry.hpp"
+#include "core/ports/KeyMonitor.hpp"
 
 #include <chrono>
 #include <cstdint>
@@ -58,6 +59,10 @@ public:
     virtual std::optional<Point> eventLocation() = 0;
     // Makes the event with `source`, sets its flags and fields, posts it at the HID event tap.
     virtual void post(const EventSource& source, const MouseEvent& event) = 0;
+    // The same with no event source.
+    virtual void post(const MouseEvent& event) = 0;
+    // Makes a key event with `source` (none when null) and posts it at the HID event tap.
+    virtual void post(const EventSource* source, const KeyEvent& event) = 0;
     // Whether the left button is physically down (HID system state).
     virtual bool isLeftButtonDown() = 0;
 

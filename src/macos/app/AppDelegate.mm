@@ -2,10 +2,12 @@
 
 #include "core/app/AppDelegate.hpp"
 #include "core/app/Services.hpp"
+#include "core/nav/KeyboardNavController.hpp"
 #include "macos/app/Platform.h"
 
 #include <cassert>
 #include <memory>
+#include <utility>
 
 @implementation AppDelegate {
     // Built at the end of launching and kept for the life of the process, as is this delegate.
@@ -20,9 +22,10 @@
         return;
     }
     _services = std::make_unique<quillet::Services>(quillet::macos::Platform::shared().ports());
-    // The settings window and keyboard navigation are not in the app yet, so nothing offers
-    // their hooks.
-    _delegate = std::make_unique<quillet::AppDelegate>(*_services, quillet::AppDelegate::Hooks{});
+    // The settings window is not in the app yet, so nothing offers its hook.
+    quillet::AppDelegate::Hooks hooks;
+    _services->keyboardNav().offerTo(hooks);
+    _delegate = std::make_unique<quillet::AppDelegate>(*_services, std::move(hooks));
     _delegate->applicationDidFinishLaunching();
 }
 

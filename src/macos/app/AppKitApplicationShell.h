@@ -9,6 +9,8 @@ namespace quillet::macos {
 class AppKitApplicationShell final : public ApplicationShell {
 public:
     void setActivationPolicy(ActivationPolicy policy) override;
+    void activateIgnoringOtherApps() override;
+    void terminate() override;
 };
 
 } // namespace quillet::macos

@@ -24,4 +24,14 @@ void AppKitApplicationShell::setActivationPolicy(ActivationPolicy policy) {
     [NSApp setActivationPolicy:activationPolicy(policy)];
 }
 
+// Soft-deprecated since macOS 14 without a warning; its successor `activate` only asks politely,
+// and navigation needs the keys now.
+void AppKitApplicationShell::activateIgnoringOtherApps() {
+    [NSApp activateIgnoringOtherApps:YES];
+}
+
+void AppKitApplicationShell::terminate() {
+    [NSApp terminate:nil];
+}
+
 } // namespace quillet::macos

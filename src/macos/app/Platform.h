@@ -16,6 +16,8 @@
 #include "macos/menubar/CGDisplayGeometry.h"
 #include "macos/menubar/CGScreenCapture.h"
 #include "macos/menubar/CGWindowListSource.h"
+#include "macos/nav/AppKitPanelHost.h"
+#include "macos/nav/NSEventKeyMonitor.h"
 #include "macos/prefs/UserDefaultsStore.h"
 #include "macos/triggers/CarbonHotKeyRegistrar.h"
 #include "macos/triggers/NSEventPointerMonitor.h"
@@ -56,6 +58,8 @@ struct Platform {
     // runs at all.
     GuardedUpdater updater{sparkle, alerts, log};
     AppKitStatusBarHost statusBar{updater};
+    NSEventKeyMonitor keys;
+    AppKitPanelHost panels;
 };
 
 } // namespace quillet::macos

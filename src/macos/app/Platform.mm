@@ -22,7 +22,9 @@ PlatformPorts Platform::ports() {
             .defaults = defaults,
             .loginItem = loginItem,
             .updater = updater,
-            .log = log};
+            .log = log,
+            .keys = keys,
+            .panels = panels};
 }
 
 } // namespace quillet::macos

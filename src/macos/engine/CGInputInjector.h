@@ -4,13 +4,15 @@
 
 namespace quillet::macos {
 
-// Synthetic mouse events, the left button's state and the cursor, through Core Graphics. Holds
-// no state of its own, so any thread may use it.
+// Synthetic mouse and key events, the left button's state and the cursor, through Core Graphics.
+// Holds no state of its own, so any thread may use it.
 class CGInputInjector final : public InputInjector {
 public:
     std::shared_ptr<EventSource> createHIDEventSource() override;
     std::optional<Point> eventLocation() override;
     void post(const EventSource& source, const MouseEvent& event) override;
+    void post(const MouseEvent& event) override;
+    void post(const EventSource* source, const KeyEvent& event) override;
     bool isLeftButtonDown() override;
 
     void hideCursor() override;

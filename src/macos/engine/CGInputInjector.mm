@@ -21,6 +21,22 @@ private:
     CFRef<CGEventSourceRef> source_;
 };
 
+// Makes the event with `source` (none when null) and posts it; an event that cannot be made is
+// skipped.
+void postMouseEvent(CGEventSourceRef source, const MouseEvent& event) {
+    CFRef<CGEventRef> mouseEvent(
+        CGEventCreateMouseEvent(source, static_cast<CGEventType>(event.type),
+                                CGPoint{event.location.x, event.location.y}, kCGMouseButtonLeft));
+    if (!mouseEvent) {
+        return;
+    }
+    CGEventSetFlags(mouseEvent.get(), static_cast<CGEventFlags>(event.flags));
+    for (const auto& [field, value] : event.integerFields) {
+        CGEventSetIntegerValueField(mouseEvent.get(), static_cast<CGEventField>(field), value);
+    }
+    CGEventPost(kCGHIDEventTap, mouseEvent.get());
+}
+
 } // namespace
 
 std::shared_ptr<EventSource> CGInputInjector::createHIDEventSource() {
@@ -46,17 +62,20 @@ void CGInputInjector::post(const EventSource& source, const MouseEvent& event) {
     if (hidSource == nullptr) {
         return;
     }
-    CFRef<CGEventRef> mouseEvent(
-        CGEventCreateMouseEvent(hidSource->get(), static_cast<CGEventType>(event.type),
-                                CGPoint{event.location.x, event.location.y}, kCGMouseButtonLeft));
-    if (!mouseEvent) {
-        return;
+    postMouseEvent(hidSource->get(), event);
+}
+
+void CGInputInjector::post(const MouseEvent& event) {
+    postMouseEvent(nullptr, event);
+}
+
+void CGInputInjector::post(const EventSource* source, const KeyEvent& event) {
+    const auto* hidSource = dynamic_cast<const HIDEventSource*>(source);
+    CFRef<CGEventRef> keyEvent(CGEventCreateKeyboardEvent(
+        hidSource != nullptr ? hidSource->get() : nullptr, event.keyCode, event.keyDown));
+    if (keyEvent) {
+        CGEventPost(kCGHIDEventTap, keyEvent.get());
     }
-    CGEventSetFlags(mouseEvent.get(), static_cast<CGEventFlags>(event.flags));
-    for (const auto& [field, value] : event.integerFields) {
-        CGEventSetIntegerValueField(mouseEvent.get(), static_cast<CGEventField>(field), value);
-    }
-    CGEventPost(kCGHIDEventTap, mouseEvent.get());
 }
 
 bool CGInputInjector::isLeftButtonDown() {

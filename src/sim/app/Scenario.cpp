@@ -1,5 +1,7 @@
 #include "sim/app/Scenario.hpp"
 
+#include "sim/nav/NavigationSteps.hpp"
+
 #include <map>
 
 namespace quillet::sim {
@@ -77,6 +79,8 @@ const std::map<std::string, Scenario::Action>& actions() {
         {"switchProfile", Scenario::Action::switchProfile},
         {"launchApp", Scenario::Action::launchApp},
         {"quitApp", Scenario::Action::quitApp},
+        {"keyboardNav", Scenario::Action::keyboardNav},
+        {"pressKey", Scenario::Action::pressKey},
     };
     return names;
 }
@@ -113,6 +117,12 @@ Scenario::Step parseStep(const json& entry, const std::string& where) {
         break;
     case Scenario::Action::launchApp:
         step.app = parseApp(member(entry, "app", where), where + ": app");
+        break;
+    case Scenario::Action::pressKey:
+        step.argument = text(entry, "key", where);
+        if (!NavigationSteps::keyCode(step.argument)) {
+            throw Malformed{where + ": there is no key \"" + step.argument + "\""};
+        }
         break;
     default:
         break;

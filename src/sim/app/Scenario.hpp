@@ -26,7 +26,8 @@ namespace quillet::sim {
 //              {"do": "pointerAway"}, {"do": "wait", "ms": 600}, {"do": "clickToggle"},
 //              {"do": "activate", "app": "<bundle id>"}, {"do": "switchProfile", "name": "Work"},
 //              {"do": "launchApp", "app": {…as in apps…}}, {"do": "quitApp", "app": "<bundle
-//              id>"}]}
+//              id>"}, {"do": "keyboardNav"}, {"do": "pressKey", "key": "right"}]}
+//   (keys: "left", "right", "up", "down", "return", "enter", "escape")
 //
 // Every step may carry a "title" to print instead of its own description.
 struct Scenario {
@@ -49,12 +50,14 @@ struct Scenario {
         activate,
         switchProfile,
         launchApp,
-        quitApp
+        quitApp,
+        keyboardNav,
+        pressKey
     };
     struct Step {
         Action action = Action::launch;
         std::string title;
-        std::string argument; // the app or the profile
+        std::string argument; // the app, the profile or the key
         std::int64_t milliseconds = 0;
         std::optional<App> app;
     };

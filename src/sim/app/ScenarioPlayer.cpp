@@ -2,6 +2,7 @@
 
 #include "core/prefs/AppPreferences.hpp"
 #include "sim/app/SimulatedQuillet.hpp"
+#include "sim/nav/NavigationSteps.hpp"
 
 #include <algorithm>
 #include <cstdio>
@@ -55,17 +56,22 @@ std::string timestamp(Duration now) {
 ScenarioPlayer::ScenarioPlayer(Scenario scenario, KeyValueStore* settings)
     : scenario_(std::move(scenario)), settings_(settings) {}
 
+void ScenarioPlayer::stage(SimulatedQuillet& quillet, const Scenario& scenario) {
+    setStage(quillet.world.mac, scenario);
+    storeRules(quillet.services.preferences(), scenario);
+}
+
 void ScenarioPlayer::play(const Printer& print) {
     SimulatedQuillet quillet({"Quillet"}, settings_);
     SimulatedWorld& world = quillet.world;
-    setStage(world.mac, scenario_);
+    stage(quillet, scenario_);
     AppPreferences& preferences = quillet.services.preferences();
-    storeRules(preferences, scenario_);
 
     const Rect display = world.mac.mainDisplayBounds();
     const Point overMenuBar{display.minX() + display.width() * 0.75, display.height() - 5};
     const Point awayFromMenuBar{overMenuBar.x, display.height() / 2};
     std::size_t logged = 0;
+    std::size_t opened = 0;
 
     print("    " + world.mac.renderMenuBar());
     for (std::size_t index = 0; index < scenario_.steps.size(); ++index) {
@@ -115,6 +121,13 @@ void ScenarioPlayer::play(const Printer& print) {
                 }
             }
             break;
+        case Scenario::Action::keyboardNav:
+            NavigationSteps::chooseKeyboardNavigation(world);
+            break;
+        case Scenario::Action::pressKey:
+            world.mac.keyboard().type(*NavigationSteps::keyCode(step.argument));
+            settle = false;
+            break;
         }
         if (settle) {
             world.scheduler.runUntilIdle();
@@ -124,6 +137,9 @@ void ScenarioPlayer::play(const Printer& print) {
         print(std::to_string(index + 1) + ". " + step.title + "  (" +
               timestamp(world.scheduler.now()) + ")");
         print("    " + world.mac.renderMenuBar());
+        for (const std::string& line : NavigationSteps::describe(world, opened)) {
+            print("    " + line);
+        }
         for (; logged < world.log.lines().size(); ++logged) {
             print("    log: " + world.log.lines()[logged]);
         }

@@ -11,6 +11,8 @@ class KeyValueStore;
 
 namespace quillet::sim {
 
+struct SimulatedQuillet;
+
 // Plays a scenario on a simulated Mac with the real Quillet on it, and prints the menu bar as a
 // line of text after every step, with the virtual time and any new log lines.
 //
@@ -26,6 +28,9 @@ public:
     explicit ScenarioPlayer(Scenario scenario, KeyValueStore* settings = nullptr);
 
     void play(const Printer& print);
+
+    // Puts the scenario's items into the bar and its rules and profiles into the settings.
+    static void stage(SimulatedQuillet& quillet, const Scenario& scenario);
 
 private:
     Scenario scenario_;

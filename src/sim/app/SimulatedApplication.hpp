@@ -11,14 +11,25 @@
 
 namespace quillet::sim {
 
-// The application object of the simulated Mac.
+// The application object of the simulated Mac. Since macOS 14 activation is a request the
+// system may turn down; `refuseActivation` plays that. Terminating only records the request:
+// whoever runs the simulated process ends it.
 class SimulatedApplication : public ApplicationShell {
 public:
     void setActivationPolicy(ActivationPolicy policy) override { policy_ = policy; }
     std::optional<ActivationPolicy> activationPolicy() const { return policy_; }
 
+    void activateIgnoringOtherApps() override { active_ = active_ || !refuseActivation_; }
+    void terminate() override { terminated_ = true; }
+    bool isActive() const { return active_; }
+    void refuseActivation(bool refuse) { refuseActivation_ = refuse; }
+    bool isTerminated() const { return terminated_; }
+
 private:
     std::optional<ActivationPolicy> policy_;
+    bool active_ = false;
+    bool refuseActivation_ = false;
+    bool terminated_ = false;
 };
 
 // The main application's login item (SMAppService): registering enables it, unless the system

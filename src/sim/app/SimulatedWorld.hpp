@@ -6,6 +6,7 @@
 #include "sim/SimulatedProcess.hpp"
 #include "sim/VirtualScheduler.hpp"
 #include "sim/app/SimulatedApplication.hpp"
+#include "sim/nav/SimulatedPanels.hpp"
 #include "sim/prefs/MemoryKeyValueStore.hpp"
 #include "sim/triggers/SimulatedHotKeys.hpp"
 #include "sim/triggers/SimulatedPointer.hpp"
@@ -28,7 +29,12 @@ struct SimulatedWorld {
         mac.setDisplays({makeRect(0, 0, 1512, 982)});
         mac.setOwnProcess(kQuilletPID, "Quillet");
         mac.addControlCenterAndClock();
+        mac.keyboard().setFocus(
+            [this] { return application.isActive() && panels.keyPanel() != nullptr; });
     }
+    // The keyboard asks this world where the keys go.
+    SimulatedWorld(const SimulatedWorld&) = delete;
+    SimulatedWorld& operator=(const SimulatedWorld&) = delete;
 
     // The ports over this world, with `defaults` as the user defaults.
     PlatformPorts ports(KeyValueStore& userDefaults) {
@@ -46,7 +52,9 @@ struct SimulatedWorld {
                 .defaults = userDefaults,
                 .loginItem = loginItem,
                 .updater = updater,
-                .log = log};
+                .log = log,
+                .keys = mac.keyboard(),
+                .panels = panels};
     }
     PlatformPorts ports() { return ports(defaults); }
 
@@ -60,6 +68,7 @@ struct SimulatedWorld {
     SimulatedApplication application;
     SimulatedLoginItem loginItem;
     SimulatedUpdater updater;
+    SimulatedPanels panels;
 };
 
 } // namespace quillet::sim
