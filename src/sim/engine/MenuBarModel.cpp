@@ -298,9 +298,14 @@ std::string MenuBarModel::label(const Item& each) const {
     if (std::isfinite(each.length) && each.length >= 0) {
         std::ostringstream length;
         length << each.length;
-        name += " " + length.str();
+        name += ' ';
+        name += length.str();
     }
-    return "<" + name + ">";
+    // Appended piece by piece: GCC 12's -O2 flags `"<" + std::string&&` with a false -Wrestrict.
+    std::string bracketed = "<";
+    bracketed += name;
+    bracketed += '>';
+    return bracketed;
 }
 
 std::string MenuBarModel::render() const {
