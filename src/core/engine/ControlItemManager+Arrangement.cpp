@@ -28,6 +28,7 @@ constexpr std::string_view kControlItemsMissing =
 } // namespace
 
 void ControlItemManager::arrangeAndReapply(RuleKeys hidden, RuleKeys alwaysHidden) {
+    lastArrangement_.emplace(hidden, alwaysHidden);
     enqueueLayout([self = shared_from_this(), hidden = std::move(hidden),
                    alwaysHidden = std::move(alwaysHidden)] {
         return self->arrangeJob(hidden, alwaysHidden);
@@ -86,7 +87,12 @@ Task<> ControlItemManager::orderControlItems() {
     // only what the rules put there.
     if (alwaysSeparator) {
         auto others = enumerator_.mainDisplayItems(deps_.ownPID);
-        std::erase_if(others, [](const MenuBarItem& item) { return item.isOwnControlItem; });
+        // Found by their frames, our windows may not say they are ours.
+        std::erase_if(others, [&](const MenuBarItem& item) {
+            return item.isOwnControlItem || item.windowID == alwaysSeparator->windowID ||
+                   (separator && item.windowID == separator->windowID) ||
+                   (toggleWindow && item.windowID == toggleWindow->windowID);
+        });
         auto leftmost = std::min_element(others.begin(), others.end(),
                                          [](const MenuBarItem& a, const MenuBarItem& b) {
                                              return a.frame.minX() < b.frame.minX();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/engine/ItemMover.hpp"
+#include "core/engine/PostEventAccessWatch.hpp"
 #include "core/menubar/AXResolver.hpp"
 #include "core/menubar/ItemEnumerator.hpp"
 #include "core/menubar/MenuBarItem.hpp"
@@ -15,6 +16,7 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace quillet {
@@ -45,7 +47,8 @@ public:
         StatusBarHost& statusBar;
         const WindowListSource& windows;
         const DisplayGeometry& displays;
-        const Workspace& workspace;
+        // Also watched for the moment a missing Accessibility grant may have been given.
+        Workspace& workspace;
         const AccessibilityReader& accessibility;
         InputInjector& input;
         LaunchAtLogin& launchAtLogin;
@@ -157,6 +160,14 @@ private:
                       MenuBarSection section);
     std::optional<Rect> frameOf(WindowID window) const;
 
+    // Working without the privacy grants (ControlItemManager+Permissions.cpp).
+    // The window among `items` that shows our control item `name`, found by where AppKit has put
+    // the item, for when the window list gives our windows no titles.
+    std::optional<MenuBarItem> ownItemByFrame(std::string_view name,
+                                              const std::vector<MenuBarItem>& items) const;
+    // Runs the arrangement last asked for again, once moves have become possible.
+    void rearrangeAfterGrant();
+
     Dependencies deps_;
     ItemEnumerator enumerator_;
     AXResolver accessibilityFrames_;
@@ -166,6 +177,9 @@ private:
     bool isExpanded_ = true;
     // The tail of the layout queue.
     TaskHandle layoutTask_;
+    // The rule keys of the latest full arrangement, hidden and always-hidden.
+    std::optional<std::pair<RuleKeys, RuleKeys>> lastArrangement_;
+    PostEventAccessWatch moveAccess_;
 };
 
 } // namespace quillet
