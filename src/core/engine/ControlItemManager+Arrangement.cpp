@@ -72,7 +72,9 @@ Task<> ControlItemManager::arrangeJob(RuleKeys hidden, RuleKeys alwaysHidden) {
     // What is in the menu bar now has been placed; only later arrivals are new.
     deps_.enforcer.seedFromCurrentItems();
     const bool nothingToHide = hidden.empty() && alwaysHidden.empty();
-    setAllRevealed(nothingToHide && !deps_.preferences.collapseAtLaunch());
+    // Borders left out of order (moves not allowed, or not landed) would hide the toggle itself.
+    setAllRevealed((nothingToHide && !deps_.preferences.collapseAtLaunch()) ||
+                   !controlItemsInOrder());
 }
 
 // Restores the order always-separator, separator, toggle, wherever the system put them.

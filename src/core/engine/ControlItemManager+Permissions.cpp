@@ -53,6 +53,15 @@ ControlItemManager::ownItemByFrame(std::string_view name,
     return own;
 }
 
+bool ControlItemManager::controlItemsInOrder() const {
+    const auto alwaysSeparator = ownItem(kAlwaysSeparatorName);
+    const auto separator = ownItem(kSeparatorName);
+    const auto toggleWindow = ownItem(kToggleName);
+    return alwaysSeparator && separator && toggleWindow &&
+           alwaysSeparator->frame.minX() < separator->frame.minX() &&
+           separator->frame.minX() < toggleWindow->frame.minX();
+}
+
 void ControlItemManager::rearrangeAfterGrant() {
     // Every placement since the grant went missing was skipped; the full arrangement puts every
     // ruled item in its zone and brings every other one into view, so it stands in for them all.

@@ -165,6 +165,8 @@ private:
     // the item, for when the window list gives our windows no titles.
     std::optional<MenuBarItem> ownItemByFrame(std::string_view name,
                                               const std::vector<MenuBarItem>& items) const;
+    // Whether the control items stand in their order, always-separator, separator, toggle.
+    bool controlItemsInOrder() const;
     // Runs the arrangement last asked for again, once moves have become possible.
     void rearrangeAfterGrant();
 
