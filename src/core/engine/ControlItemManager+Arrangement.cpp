@@ -130,7 +130,7 @@ Task<> ControlItemManager::newlyVisibleJob(std::vector<MenuBarItem> items) {
     }
     // When the bar was open, the always-hidden zone stays revealed too until the next collapse.
     if (!wasExpanded) {
-        setAllRevealed(false);
+        setAllRevealed(!controlItemsInOrder());
     }
 }
 
@@ -142,7 +142,7 @@ Task<> ControlItemManager::enforceJob(std::optional<std::string> ruleKey, Window
     co_await sleep(deps_.scheduler, kSettleBeforePlacing);
     co_await place(std::move(ruleKey), fallbackWID, section);
     if (collapseAfterwards) {
-        setAllRevealed(false);
+        setAllRevealed(!controlItemsInOrder());
     }
 }
 
