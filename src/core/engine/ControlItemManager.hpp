@@ -37,7 +37,8 @@ class Workspace;
 // a separator a length far wider than any display, which pushes everything to its left off the
 // screen. The manager also answers the toggle's clicks and menu, runs every rearrangement of
 // the menu bar one at a time on its layout queue, and moves items between the zones (the
-// arrangement lives in ControlItemManager+Arrangement.cpp and ControlItemManager+Placement.cpp).
+// arrangement lives in ControlItemManager+Arrangement.cpp and ControlItemManager+Placement.cpp,
+// and what it does without the privacy grants in ControlItemManager+Permissions.cpp).
 // Main thread only.
 class ControlItemManager : public std::enable_shared_from_this<ControlItemManager> {
 public:
