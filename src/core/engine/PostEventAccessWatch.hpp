@@ -31,9 +31,9 @@ public:
     // Whether posted events reach the window server now. A grant found here, while waiting for
     // one, also calls `onGranted` (after the caller has gone on with its own moves).
     bool allowsMoves();
-    bool isWaitingForGrant() const { return observer_.has_value(); }
 
 private:
+    bool isWaitingForGrant() const { return observer_.has_value(); }
     void lookAgain();
     void stopWatching();
 
