@@ -61,7 +61,7 @@ SimulatedMac::Window SimulatedMac::statusItemWindow(WindowID id, Rect frame, Pid
     return window;
 }
 
-SimulatedMac::SimulatedMac(VirtualScheduler& scheduler) {
+SimulatedMac::SimulatedMac(VirtualScheduler& scheduler) : scheduler_(&scheduler) {
     input_->setScheduler(&scheduler);
     keyboard_.setScheduler(&scheduler);
 }
@@ -104,8 +104,9 @@ bool SimulatedMac::visitWindowList(const Visitor& visit) const {
 SimulatedMac::Window SimulatedMac::statusBarWindow(const MenuBarModel::Item& item,
                                                    Rect frame) const {
     auto identity = bar_->identity(item);
+    auto title = listedTitle(identity);
     return statusItemWindow(item.window, frame, identity.ownerPID, std::move(identity.ownerName),
-                            std::move(identity.title));
+                            std::move(title));
 }
 
 const SimulatedMac::Window* SimulatedMac::findWindow(WindowID id) const {
@@ -207,21 +208,6 @@ void SimulatedMac::notify(WorkspaceEvent event) {
     for (const auto& handler : handlers) {
         handler();
     }
-}
-
-bool SimulatedMac::isTrusted(bool) const {
-    return accessibility_;
-}
-
-std::optional<Rect> SimulatedMac::firstExtrasMenuBarChildFrame(Pid pid) const {
-    if (!accessibility_) {
-        return std::nullopt;
-    }
-    // A frame set by the test wins over the one the live bar gives.
-    if (auto found = extrasFrames_.find(pid); found != extrasFrames_.end()) {
-        return found->second;
-    }
-    return bar_->firstFrameOfProcess(pid);
 }
 
 std::optional<CapturedBitmap> SimulatedMac::captureWindow(WindowID window) const {
@@ -340,6 +326,9 @@ std::optional<Point> SimulatedMac::eventLocation() {
 }
 
 void SimulatedMac::post(const EventSource&, const MouseEvent& event) {
+    if (!canPostEvents()) {
+        return;
+    }
     input_->record(event);
     pointer_ = flipped(event.location);
     switch (event.type) {

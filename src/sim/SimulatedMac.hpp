@@ -30,6 +30,7 @@
 #include "core/ports/DisplayGeometry.hpp"
 #include "core/ports/InputInjector.hpp"
 #include "core/ports/PlatformImage.hpp"
+#include "core/ports/Scheduler.hpp"
 #include "core/ports/ScreenCapture.hpp"
 #include "core/ports/StatusBarHost.hpp"
 #include "core/ports/WindowListSource.hpp"
@@ -43,6 +44,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -115,8 +117,14 @@ public:
     void setRunningProcesses(const std::string& bundleID, std::vector<Pid> pids);
     void setFrontmostBundleID(std::optional<std::string> bundleID);
     void setExtrasMenuBarChildFrame(Pid pid, Rect frame) { extrasFrames_[pid] = frame; }
+    // The two privacy grants, both on unless a test turns them off; what each one withholds is
+    // told in SimulatedMac+Permissions.cpp. Nothing tells Quillet when they change, as on a Mac.
     void setScreenRecordingAllowed(bool allowed) { screenRecording_ = allowed; }
     void setAccessibilityTrusted(bool trusted) { accessibility_ = trusted; }
+    // An application that has stopped answering accessibility messages (busy or hung).
+    void setApplicationHung(Pid pid, bool hung);
+    // How long callers have waited in all for hung applications' answers.
+    Duration accessibilityWaited() const { return accessibilityWaited_; }
     // AppKit coordinates.
     void setPointerLocation(Point location) { pointer_ = location; }
 
@@ -199,7 +207,9 @@ public:
 
     // AccessibilityReader
     bool isTrusted(bool prompt) const override;
-    std::optional<Rect> firstExtrasMenuBarChildFrame(Pid pid) const override;
+    std::optional<Rect>
+    firstExtrasMenuBarChildFrame(Pid pid,
+                                 std::chrono::milliseconds messagingTimeout) const override;
 
     // ScreenCapture
     bool preflight() const override { return screenRecording_; }
@@ -216,6 +226,7 @@ public:
     void removeStatusItem(const std::shared_ptr<StatusItem>& item) override;
 
     // InputInjector
+    bool canPostEvents() const override { return accessibility_; }
     std::shared_ptr<EventSource> createHIDEventSource() override;
     std::optional<Point> eventLocation() override;
     // Records the event, moves the pointer, and reconstructs Command-drags: a left-mouse-down
@@ -243,6 +254,10 @@ public:
 private:
     const Window* findWindow(WindowID id) const;
     Window statusBarWindow(const MenuBarModel::Item& item, Rect frame) const;
+    // The title as the window list gives it to our process.
+    std::optional<std::string> listedTitle(MenuBarModel::WindowIdentity& identity) const;
+    // The calling thread waits `span` for an answer that does not come.
+    void waitForAnswer(Duration span) const;
     // Between window-server (top-left) and AppKit (bottom-left) coordinates; the flip is its own
     // inverse.
     Point flipped(Point location) const;
@@ -261,8 +276,11 @@ private:
     std::map<ObserverToken, Observer> observers_;
     ObserverToken nextObserver_ = 1;
     std::map<Pid, Rect> extrasFrames_;
-    bool screenRecording_ = false;
-    bool accessibility_ = false;
+    bool screenRecording_ = true;
+    bool accessibility_ = true;
+    std::set<Pid> hungApplications_;
+    mutable Duration accessibilityWaited_{0};
+    VirtualScheduler* scheduler_ = nullptr;
     int screenRecordingRequests_ = 0;
     Point pointer_;
     // Held by pointer so that the items and happenings that refer to them survive a move of the

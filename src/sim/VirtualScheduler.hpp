@@ -29,6 +29,9 @@ public:
 
     // Time passing inside background work (a pause between synthetic events).
     void elapseInBackground(Duration span);
+    // The running job is stuck in a blocking call for `span` (on the main thread too): the clock
+    // moves on and nothing else runs meanwhile; what fell due runs late.
+    void stall(Duration span) { now_ += span; }
 
     std::size_t pendingJobs() const { return queue_.size(); }
 

@@ -105,7 +105,7 @@ TEST_F(MenuBarDebugTest, OnlyTheRawListingShowsOurOwnItems) {
 
 TEST_F(MenuBarDebugTest, DumpsTheRawViewToTheHomeFolder) {
     mac.setDisplays({makeRect(0, 0, 1512, 982), makeRect(1512, -200.5, 1920, 1080)});
-    mac.setAccessibilityTrusted(true);
+    mac.setScreenRecordingAllowed(false);
     mac.addWindow(SimulatedMac::statusItemWindow(1, makeRect(1400, 0, 30, 24), kOwnPID, "Quillet",
                                                  std::nullopt));
     mac.addWindow(SimulatedMac::statusItemWindow(2, makeRect(1300, 0, 30, 24), 9, "Control Center",

@@ -177,7 +177,12 @@ TEST_F(ItemMoverTest, AWindowThatVanishesGivesFalseOnTheNextAttempt) {
     EXPECT_EQ(mac.input().cursorShows(), 2);
 }
 
-TEST_F(ItemMoverTest, WithoutAnEventSourceTheCursorIsLeftAlone) {
+TEST_F(ItemMoverTest, WithoutTheGrantOrAnEventSourceTheCursorIsLeftAlone) {
+    mac.setAccessibilityTrusted(false);
+    EXPECT_FALSE(move(dropbox, Side::left, separator));
+    EXPECT_EQ(mac.input().cursorHides(), 0);
+    mac.setAccessibilityTrusted(true);
+
     mac.setEventSourceAvailable(false);
     EXPECT_FALSE(move(dropbox, Side::left, separator));
     EXPECT_EQ(mac.input().cursorHides(), 0);

@@ -131,6 +131,7 @@ public:
             ++buttonChanges;
         }
         double buttonHeight() const override { return 0.0; }
+        std::optional<Rect> windowFrame() const override { return std::nullopt; }
         void popUpMenu(const std::vector<MenuEntry>&, Point,
                        std::function<void(const std::string&)>) override {
             ++buttonChanges;

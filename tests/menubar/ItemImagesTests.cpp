@@ -49,12 +49,12 @@ protected:
 };
 
 TEST_F(ItemImageCaptureTest, NeedsPermissionAndNeverPrompts) {
+    mac.setScreenRecordingAllowed(false);
     EXPECT_EQ(capture.capture(1), nullptr);
     EXPECT_EQ(mac.screenRecordingRequests(), 0);
 }
 
 TEST_F(ItemImageCaptureTest, ReturnsAPointSizedImageOrNothingForSlivers) {
-    mac.setScreenRecordingAllowed(true);
     auto image = capture.capture(1);
     ASSERT_NE(image, nullptr);
     EXPECT_EQ(image->pointSize(), (Size{30, 24}));

@@ -34,6 +34,17 @@ TEST(DefaultsReading, BooleanReadCoercesNumbersAndStringsLikeTheUserDefaults) {
     }
 }
 
+TEST(DefaultsReading, ExactBooleanTakesBooleansAndTheNumbersZeroAndOne) {
+    using DefaultsReading::exactBoolean;
+    EXPECT_EQ(exactBoolean(StoredValue{false}), false);
+    EXPECT_EQ(exactBoolean(StoredValue{std::int64_t{1}}), true);
+    EXPECT_EQ(exactBoolean(StoredValue{1.0}), true);
+    for (const StoredValue& other : {StoredValue{}, StoredValue{std::int64_t{-1}}, StoredValue{0.5},
+                                     storedText("YES"), storedData("1")}) {
+        EXPECT_EQ(exactBoolean(other), std::nullopt);
+    }
+}
+
 TEST(DefaultsReading, IntegerReadCoercesAndSaturates) {
     EXPECT_EQ(integer(StoredValue{}), 0);
     EXPECT_EQ(integer(StoredValue{true}), 1);

@@ -61,7 +61,8 @@ TEST_F(ApplicationsInTheBarTest, AccessibilityFindsTheAppsFirstItemInTheLiveBar)
     mac.launchApplication(kSlack, {{"Item-0", 26}, {"Item-1", 20}});
     auto dropbox = mac.addApplicationItem(kDropbox, "Item-0", 30);
     AXResolver ax(mac, mac);
-    EXPECT_EQ(ax.menuBarItemFrame(kSlack.bundleID), std::nullopt); // not trusted yet
+    mac.setAccessibilityTrusted(false);
+    EXPECT_EQ(ax.menuBarItemFrame(kSlack.bundleID), std::nullopt);
 
     mac.setAccessibilityTrusted(true);
     EXPECT_EQ(ax.menuBarItemFrame(kSlack.bundleID), makeRect(1366, 0, 26, 24));

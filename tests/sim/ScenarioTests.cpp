@@ -30,6 +30,10 @@ TEST(Scenario, RejectsMalformedScenariosWithOneLine) {
         {R"({"naming": "macOS7"})", "\"naming\" must be"},
         {R"({"rules": []})", "\"rules\" must be an object"},
         {R"({"steps": [{"do": "pressKey", "key": "tab"}]})", "step 1: there is no key \"tab\""},
+        {R"({"permissions": {"camera": false}})", "there is no permission \"camera\""},
+        {R"({"permissions": {"accessibility": 0}})", "must be true or false"},
+        {R"({"steps": [{"do": "grant", "permission": "camera"}]})",
+         "step 1: there is no permission \"camera\""},
     };
     for (const auto& [text, message] : cases) {
         auto result = sim::parseScenario(text);
@@ -84,6 +88,20 @@ TEST(ScenarioPlayer, ASecondRunWithTheSameSettingsStartsWhereTheFirstLeftOff) {
     EXPECT_THAT(lines[2], HasSubstr("[Dropbox]"));
     EXPECT_THAT(lines[2], Not(HasSubstr("(Dropbox)")));
     std::filesystem::remove(path);
+}
+
+TEST(ScenarioPlayer, AGrantGivenMidwayIsNoticedAtTheNextApplicationSwitch) {
+    auto lines = play(R"({
+  "permissions": {"accessibility": false, "screenRecording": false},
+  "apps": [{"bundleID": "com.getdropbox.dropbox", "name": "Dropbox", "pid": 701}],
+  "rules": {"com.getdropbox.dropbox": "hidden"},
+  "steps": [{"do": "launch"}, {"do": "grant", "permission": "accessibility"},
+            {"do": "activate", "app": "com.apple.finder"}]
+})");
+    EXPECT_THAT(lines[2], HasSubstr("[Dropbox]"));
+    EXPECT_THAT(lines[3], HasSubstr("log: Quillet: moving menu bar items needs Accessibility"));
+    EXPECT_THAT(lines[5], HasSubstr("[Dropbox]"));
+    EXPECT_THAT(lines.back(), HasSubstr("(Dropbox) <separator 10000> <toggle>"));
 }
 
 TEST(ScenarioPlayer, TheBuiltInScenarioPlaysToItsEnd) {

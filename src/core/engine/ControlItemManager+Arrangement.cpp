@@ -28,6 +28,7 @@ constexpr std::string_view kControlItemsMissing =
 } // namespace
 
 void ControlItemManager::arrangeAndReapply(RuleKeys hidden, RuleKeys alwaysHidden) {
+    lastArrangement_.emplace(hidden, alwaysHidden);
     enqueueLayout([self = shared_from_this(), hidden = std::move(hidden),
                    alwaysHidden = std::move(alwaysHidden)] {
         return self->arrangeJob(hidden, alwaysHidden);
@@ -71,7 +72,9 @@ Task<> ControlItemManager::arrangeJob(RuleKeys hidden, RuleKeys alwaysHidden) {
     // What is in the menu bar now has been placed; only later arrivals are new.
     deps_.enforcer.seedFromCurrentItems();
     const bool nothingToHide = hidden.empty() && alwaysHidden.empty();
-    setAllRevealed(nothingToHide && !deps_.preferences.collapseAtLaunch());
+    // Borders left out of order (moves not allowed, or not landed) would hide the toggle itself.
+    setAllRevealed((nothingToHide && !deps_.preferences.collapseAtLaunch()) ||
+                   !controlItemsInOrder());
 }
 
 // Restores the order always-separator, separator, toggle, wherever the system put them.
@@ -86,7 +89,12 @@ Task<> ControlItemManager::orderControlItems() {
     // only what the rules put there.
     if (alwaysSeparator) {
         auto others = enumerator_.mainDisplayItems(deps_.ownPID);
-        std::erase_if(others, [](const MenuBarItem& item) { return item.isOwnControlItem; });
+        // Found by their frames, our windows may not say they are ours.
+        std::erase_if(others, [&](const MenuBarItem& item) {
+            return item.isOwnControlItem || item.windowID == alwaysSeparator->windowID ||
+                   (separator && item.windowID == separator->windowID) ||
+                   (toggleWindow && item.windowID == toggleWindow->windowID);
+        });
         auto leftmost = std::min_element(others.begin(), others.end(),
                                          [](const MenuBarItem& a, const MenuBarItem& b) {
                                              return a.frame.minX() < b.frame.minX();
@@ -122,7 +130,7 @@ Task<> ControlItemManager::newlyVisibleJob(std::vector<MenuBarItem> items) {
     }
     // When the bar was open, the always-hidden zone stays revealed too until the next collapse.
     if (!wasExpanded) {
-        setAllRevealed(false);
+        setAllRevealed(!controlItemsInOrder());
     }
 }
 
@@ -134,7 +142,7 @@ Task<> ControlItemManager::enforceJob(std::optional<std::string> ruleKey, Window
     co_await sleep(deps_.scheduler, kSettleBeforePlacing);
     co_await place(std::move(ruleKey), fallbackWID, section);
     if (collapseAfterwards) {
-        setAllRevealed(false);
+        setAllRevealed(!controlItemsInOrder());
     }
 }
 

@@ -4,6 +4,7 @@
 
 #include "core/engine/HID.hpp"
 #include "core/engine/RuleKey.hpp"
+#include "core/menubar/ScreenCoordinates.hpp"
 #include "core/menubar/SystemItemCatalog.hpp"
 #include "core/ports/DisplayGeometry.hpp"
 #include "core/ports/LogSink.hpp"
@@ -31,6 +32,11 @@ std::string yesNo(bool value) {
 
 Task<> ControlItemManager::place(std::optional<std::string> bundleID, WindowID fallbackWID,
                                  MenuBarSection section) {
+    // A rule for one of our own items would drag a zone border out of place.
+    if (bundleID && namesOwnItem(*bundleID)) {
+        deps_.log.log("Quillet: ignoring the rule for Quillet's own item " + *bundleID);
+        co_return;
+    }
     // The system's own protected items stay put: some cannot be dragged at all, and some (such
     // as the recording indicator) must never leave the user's sight.
     if (auto info = bundleID ? SystemItemCatalog::info(*bundleID) : std::nullopt) {
@@ -174,32 +180,31 @@ ControlItemManager::resolve(const std::optional<std::string>& bundleID,
 std::optional<WindowID> ControlItemManager::controlWID(std::string_view name,
                                                        std::size_t displayIndex) const {
     const auto displays = enumerator_.activeDisplayBounds();
-    for (const MenuBarItem& item : enumerator_.rawItems(deps_.ownPID)) {
-        if (item.windowName == name &&
-            displayIndexContaining(displays, item.frame.center()) == displayIndex) {
+    const auto raw = enumerator_.rawItems(deps_.ownPID);
+    auto onDisplay = [&](const MenuBarItem& item) {
+        return displayIndexContaining(displays, item.frame.center()) == displayIndex;
+    };
+    for (const MenuBarItem& item : raw) {
+        if (item.windowName == name && onDisplay(item)) {
             return item.windowID;
         }
     }
-    return std::nullopt;
+    const auto untitled = ownItemByFrame(name, raw);
+    return untitled && onDisplay(*untitled) ? std::optional(untitled->windowID) : std::nullopt;
 }
 
 std::optional<std::size_t>
 ControlItemManager::cursorDisplayIndex(const std::vector<Rect>& displays) const {
-    // The pointer is in AppKit's coordinates, which count upward from the bottom of the primary
-    // screen (the one at the origin); displays count downward from its top.
-    const Point pointer = deps_.displays.pointerLocation();
-    const auto screens = deps_.displays.screens();
-    if (screens.empty()) {
-        return std::nullopt;
-    }
-    auto primary = std::find_if(screens.begin(), screens.end(), [](const Screen& screen) {
-        return screen.frame.origin == Point{0, 0};
-    });
-    const Screen& reference = primary != screens.end() ? *primary : screens.front();
-    return displayIndexContaining(displays, {pointer.x, reference.frame.height() - pointer.y});
+    // The pointer is in AppKit's coordinates; displays are in the window server's.
+    const auto pointer = windowServerPoint(deps_.displays, deps_.displays.pointerLocation());
+    return pointer ? displayIndexContaining(displays, *pointer) : std::nullopt;
 }
 
 Task<> ControlItemManager::performMove(WindowID item, ItemMover::Side side, WindowID anchor) {
+    // Without the grant every attempt would be dropped behind a hidden cursor.
+    if (!moveAccess_.allowsMoves()) {
+        co_return;
+    }
     // The drag takes its time in sleeps between synthetic events; the main thread stays free.
     const bool landed = co_await inBackground<bool>(deps_.scheduler, [this, item, side, anchor] {
         return ItemMover::move(deps_.input, deps_.windows, item, side, anchor, kMoveAttempts);

@@ -49,7 +49,8 @@ ControlItemManager::ControlItemManager(Dependencies dependencies)
       accessibilityFrames_(deps_.accessibility, deps_.workspace),
       alwaysSeparatorItem_(deps_.statusBar.createStatusItem(kVariableStatusItemLength)),
       separatorItem_(deps_.statusBar.createStatusItem(kVariableStatusItemLength)),
-      toggleItem_(deps_.statusBar.createStatusItem(kVariableStatusItemLength)) {
+      toggleItem_(deps_.statusBar.createStatusItem(kVariableStatusItemLength)),
+      moveAccess_(deps_.input, deps_.workspace, deps_.log, [this] { rearrangeAfterGrant(); }) {
     assertMainThread();
 }
 
@@ -126,12 +127,13 @@ Task<> ControlItemManager::runAfter(TaskHandle previous, LayoutJob job) {
 }
 
 std::optional<MenuBarItem> ControlItemManager::ownItem(std::string_view autosaveName) const {
-    for (auto& item : enumerator_.mainDisplayItems(deps_.ownPID)) {
+    auto items = enumerator_.mainDisplayItems(deps_.ownPID);
+    for (auto& item : items) {
         if (item.isOwnControlItem && item.windowName == autosaveName) {
             return std::move(item);
         }
     }
-    return std::nullopt;
+    return ownItemByFrame(autosaveName, items);
 }
 
 void ControlItemManager::assertMainThread() const {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/engine/ItemMover.hpp"
+#include "core/engine/PostEventAccessWatch.hpp"
 #include "core/menubar/AXResolver.hpp"
 #include "core/menubar/ItemEnumerator.hpp"
 #include "core/menubar/MenuBarItem.hpp"
@@ -15,6 +16,7 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace quillet {
@@ -35,7 +37,8 @@ class Workspace;
 // a separator a length far wider than any display, which pushes everything to its left off the
 // screen. The manager also answers the toggle's clicks and menu, runs every rearrangement of
 // the menu bar one at a time on its layout queue, and moves items between the zones (the
-// arrangement lives in ControlItemManager+Arrangement.cpp and ControlItemManager+Placement.cpp).
+// arrangement lives in ControlItemManager+Arrangement.cpp and ControlItemManager+Placement.cpp,
+// and what it does without the privacy grants in ControlItemManager+Permissions.cpp).
 // Main thread only.
 class ControlItemManager : public std::enable_shared_from_this<ControlItemManager> {
 public:
@@ -45,7 +48,8 @@ public:
         StatusBarHost& statusBar;
         const WindowListSource& windows;
         const DisplayGeometry& displays;
-        const Workspace& workspace;
+        // Also watched for the moment a missing Accessibility grant may have been given.
+        Workspace& workspace;
         const AccessibilityReader& accessibility;
         InputInjector& input;
         LaunchAtLogin& launchAtLogin;
@@ -157,6 +161,16 @@ private:
                       MenuBarSection section);
     std::optional<Rect> frameOf(WindowID window) const;
 
+    // Working without the privacy grants (ControlItemManager+Permissions.cpp).
+    // The window among `items` that shows our control item `name`, found by where AppKit has put
+    // the item, for when the window list gives our windows no titles.
+    std::optional<MenuBarItem> ownItemByFrame(std::string_view name,
+                                              const std::vector<MenuBarItem>& items) const;
+    // Whether the control items stand in their order, always-separator, separator, toggle.
+    bool controlItemsInOrder() const;
+    // Runs the arrangement last asked for again, once moves have become possible.
+    void rearrangeAfterGrant();
+
     Dependencies deps_;
     ItemEnumerator enumerator_;
     AXResolver accessibilityFrames_;
@@ -166,6 +180,9 @@ private:
     bool isExpanded_ = true;
     // The tail of the layout queue.
     TaskHandle layoutTask_;
+    // The rule keys of the latest full arrangement, hidden and always-hidden.
+    std::optional<std::pair<RuleKeys, RuleKeys>> lastArrangement_;
+    PostEventAccessWatch moveAccess_;
 };
 
 } // namespace quillet

@@ -148,6 +148,11 @@ bool move(InputInjector& input, const WindowListSource& windows, WindowID itemWI
                      maxAttempts, maxAttemptLimit);
         std::abort();
     }
+    // Without the Accessibility grant every event would be dropped: neither hide the cursor nor
+    // try again and again.
+    if (!input.canPostEvents()) {
+        return false;
+    }
     auto source = input.createHIDEventSource();
     if (!source) {
         return false;

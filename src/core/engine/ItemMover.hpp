@@ -25,9 +25,9 @@ inline constexpr std::uint32_t windowIDField = 51;
 inline constexpr int maxAttemptLimit = 27;
 
 // True when the item ends on `side` of the anchor. A limit of 0 only checks; a negative limit or
-// one above maxAttemptLimit is a programming error and stops the program. False when no event
-// source can be made, a frame cannot be read, a user holds the left button, or the attempts run
-// out.
+// one above maxAttemptLimit is a programming error and stops the program. False when events
+// cannot be posted (checked before the cursor is touched), no event source can be made, a frame
+// cannot be read, a user holds the left button, or the attempts run out.
 bool move(InputInjector& input, const WindowListSource& windows, WindowID itemWID, Side side,
           WindowID anchorWID, int maxAttempts);
 

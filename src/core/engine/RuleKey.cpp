@@ -1,5 +1,6 @@
 #include "core/engine/RuleKey.hpp"
 
+#include "core/menubar/ItemEnumerator.hpp"
 #include "core/menubar/SystemItemCatalog.hpp"
 
 namespace quillet {
@@ -12,6 +13,13 @@ std::optional<std::string> ruleKey(const MenuBarItem& item) {
         return SystemItemCatalog::ruleKey(*item.windowName);
     }
     return std::nullopt;
+}
+
+bool namesOwnItem(std::string_view key) {
+    const std::string_view named = key.starts_with(SystemItemCatalog::kRuleKeyPrefix)
+                                       ? key.substr(SystemItemCatalog::kRuleKeyPrefix.size())
+                                       : key;
+    return isOwnItemName(named);
 }
 
 MenuBarSection ruledSection(const SectionRules& rules, const std::optional<std::string>& key) {

@@ -5,6 +5,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace quillet {
 
@@ -12,6 +13,10 @@ namespace quillet {
 // identifier, or "sys:" and the window name for a system item. Items with neither cannot be
 // ruled.
 std::optional<std::string> ruleKey(const MenuBarItem& item);
+
+// Whether a rule key names one of our own items (by our bundle identifier, or "sys:" and one of
+// our autosave names). Such a rule is never followed: it would drag a zone border around.
+bool namesOwnItem(std::string_view key);
 
 // The section the rules give the item with `key`; an item without a rule (or without a key) is
 // visible.

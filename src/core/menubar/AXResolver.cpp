@@ -6,7 +6,7 @@
 namespace quillet {
 
 std::optional<Rect> AXResolver::firstExtraFrame(Pid pid) const {
-    auto frame = accessibility_.firstExtrasMenuBarChildFrame(pid);
+    auto frame = accessibility_.firstExtrasMenuBarChildFrame(pid, kMessagingTimeout);
     if (!frame || !(frame->width() > 0)) {
         return std::nullopt;
     }

@@ -2,6 +2,7 @@
 
 #include "core/ports/Geometry.hpp"
 
+#include <chrono>
 #include <optional>
 #include <string>
 
@@ -14,6 +15,12 @@ class Workspace;
 // through the accessibility interface. Only the first status item of each application counts.
 class AXResolver {
 public:
+    // How long Quillet waits for another application to answer one accessibility message. The
+    // questions are asked on the main thread in the middle of an arrangement, so a hung
+    // application must not freeze Quillet with it: a responsive one answers within a few
+    // milliseconds, and one that does not answer in time is looked up by its window instead.
+    static constexpr std::chrono::milliseconds kMessagingTimeout{250};
+
     AXResolver(const AccessibilityReader& accessibility, const Workspace& workspace)
         : accessibility_(accessibility), workspace_(workspace) {}
 

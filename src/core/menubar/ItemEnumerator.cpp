@@ -18,10 +18,6 @@ constexpr std::int64_t kMaxItemLayer = 30;
 constexpr double kMaxItemHeight = 44.0;
 constexpr double kMaxItemWidth = 600.0;
 
-bool isOwnName(std::string_view name) {
-    return name.starts_with(kOwnNamePrefix) || name == kBundleIdentifier;
-}
-
 // Reads one window description into an item, or nothing when it cannot be a menu bar item.
 // Layer and size are checked first, so most windows cost two lookups and no string.
 std::optional<MenuBarItem> readItem(const WindowRecord& record, Pid ownPID) {
@@ -42,7 +38,7 @@ std::optional<MenuBarItem> readItem(const WindowRecord& record, Pid ownPID) {
     item.ownerName = readString(record.value(WindowKey::ownerName)).value_or("");
     auto name = readString(record.value(WindowKey::name));
     if (name && !name->empty()) {
-        item.isOwnControlItem = isOwnName(*name);
+        item.isOwnControlItem = isOwnItemName(*name);
         item.windowName = std::move(name);
     }
     item.isOwnControlItem = item.isOwnControlItem || item.ownerPID == ownPID;
@@ -86,20 +82,25 @@ std::optional<std::string> logicalKey(const MenuBarItem& item) {
         return std::nullopt;
     }
     if (item.bundleID) {
-        if (isOwnName(*item.bundleID)) {
+        if (isOwnItemName(*item.bundleID)) {
             return std::nullopt;
         }
         std::string id = *item.bundleID;
         removeAll(id, "-statusItem");
         return "b:" + id;
     }
-    if (!item.windowName || item.windowName->starts_with("Item-") || isOwnName(*item.windowName)) {
+    if (!item.windowName || item.windowName->starts_with("Item-") ||
+        isOwnItemName(*item.windowName)) {
         return std::nullopt;
     }
     return "n:" + *item.windowName;
 }
 
 } // namespace
+
+bool isOwnItemName(std::string_view name) {
+    return name.starts_with(kOwnNamePrefix) || name == kBundleIdentifier;
+}
 
 std::optional<std::size_t> displayIndexContaining(const std::vector<Rect>& displays, Point point) {
     for (std::size_t i = 0; i < displays.size(); ++i) {

@@ -4,6 +4,7 @@
 #include "core/menubar/MenuBarItem.hpp"
 #include "core/ports/Geometry.hpp"
 
+#include <string_view>
 #include <vector>
 
 namespace quillet {
@@ -34,6 +35,10 @@ private:
     const DisplayGeometry& displays_;
     IdentityResolver identity_;
 };
+
+// Whether a window title or bundle identifier names one of our own items: our autosave names
+// all begin with "quillet.", and a title may be our bundle identifier.
+bool isOwnItemName(std::string_view name);
 
 // The index of the first display whose bounds contain the point, if any.
 std::optional<std::size_t> displayIndexContaining(const std::vector<Rect>& displays, Point point);

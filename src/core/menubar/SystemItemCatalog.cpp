@@ -10,8 +10,6 @@ namespace quillet::SystemItemCatalog {
 
 namespace {
 
-constexpr std::string_view kRuleKeyPrefix = "sys:";
-
 struct Row {
     const char* windowName;
     const char* displayName;

@@ -30,6 +30,9 @@ std::optional<Info> info(const std::optional<std::string>& windowName, std::stri
 // The row for a "sys:" rule key.
 std::optional<Info> info(std::string_view ruleKey);
 
+// What a system item's rule key begins with.
+inline constexpr std::string_view kRuleKeyPrefix = "sys:";
+
 // The rule key of a system item: "sys:" followed by its window name.
 std::string ruleKey(std::string_view windowName);
 

@@ -2,6 +2,7 @@
 
 #include "core/ports/Geometry.hpp"
 
+#include <chrono>
 #include <optional>
 
 namespace quillet {
@@ -16,8 +17,11 @@ public:
     virtual bool isTrusted(bool prompt) const = 0;
 
     // Position and size of the first child of the application's "AXExtrasMenuBar", exactly as
-    // the application reports them; nullopt when any attribute is missing or of the wrong kind.
-    virtual std::optional<Rect> firstExtrasMenuBarChildFrame(Pid pid) const = 0;
+    // the application reports them; nullopt when any attribute is missing or of the wrong kind,
+    // or when the application leaves a message unanswered for `messagingTimeout` (each element
+    // messaged gets that timeout; zero would leave the system's own, which is seconds long).
+    virtual std::optional<Rect>
+    firstExtrasMenuBarChildFrame(Pid pid, std::chrono::milliseconds messagingTimeout) const = 0;
 };
 
 } // namespace quillet

@@ -52,6 +52,9 @@ class InputInjector {
 public:
     virtual ~InputInjector() = default;
 
+    // Whether posted events reach the window server: without the Accessibility grant they are
+    // dropped without a word (CGPreflightPostEventAccess; it never prompts).
+    virtual bool canPostEvents() const = 0;
     // Null when no source can be made.
     virtual std::shared_ptr<EventSource> createHIDEventSource() = 0;
     // The pointer location (global, top-left origin) read from a fresh empty event; nullopt

@@ -69,6 +69,10 @@ public:
     virtual void setAction(std::function<void(std::optional<ButtonEvent>)> handler,
                            std::uint64_t sendActionOnMask) = 0;
     virtual double buttonHeight() const = 0;
+    // The frame of the button's window (button.window.frame) as AppKit has placed it: screen
+    // coordinates, origin at the bottom left of the primary screen. It follows the item wherever
+    // the bar puts it, since menus and popovers are anchored to it; nullopt without a window.
+    virtual std::optional<Rect> windowFrame() const = 0;
     // Pops up `entries` at `location` in the button's own coordinates, with no entry positioned
     // under the pointer; a chosen handler entry calls `perform` with its action.
     virtual void popUpMenu(const std::vector<MenuEntry>& entries, Point location,

@@ -15,13 +15,10 @@ const std::string kActiveProfileKey = "quillet.activeProfile";
 const std::string kProfilesKey = "quillet.profiles";
 const std::string kSectionRulesKey = "quillet.sectionRules";
 
-// Only a stored Boolean counts: a number or a string left under this key is ignored.
+// Only a Boolean counts, the number 0 or 1 included (as `defaults write … -int 0` stores it);
+// another number or a string left under this key is ignored.
 bool loadAutoRehide(const KeyValueStore& defaults) {
-    const StoredValue stored = defaults.value(kAutoRehideKey);
-    if (const bool* value = std::get_if<bool>(&stored.content)) {
-        return *value;
-    }
-    return true;
+    return DefaultsReading::exactBoolean(defaults.value(kAutoRehideKey)).value_or(true);
 }
 
 HotKeyOption loadHotKey(const KeyValueStore& defaults) {

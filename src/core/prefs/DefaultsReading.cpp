@@ -65,6 +65,25 @@ bool boolean(const StoredValue& value) {
         value.content);
 }
 
+std::optional<bool> exactBoolean(const StoredValue& value) {
+    return std::visit(
+        [](const auto& content) -> std::optional<bool> {
+            using Kind = std::decay_t<decltype(content)>;
+            if constexpr (std::is_same_v<Kind, bool>) {
+                return content;
+            } else if constexpr (std::is_same_v<Kind, std::int64_t> ||
+                                 std::is_same_v<Kind, double>) {
+                if (content == 0 || content == 1) {
+                    return content == 1;
+                }
+                return std::nullopt;
+            } else {
+                return std::nullopt;
+            }
+        },
+        value.content);
+}
+
 std::int64_t integer(const StoredValue& value) {
     return std::visit(
         [](const auto& content) -> std::int64_t {

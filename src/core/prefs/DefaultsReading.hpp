@@ -16,6 +16,10 @@ namespace DefaultsReading {
 // boolValue reads it; anything else, or nothing, is false.
 bool boolean(const StoredValue& value);
 
+// A value that is a Boolean as the platform bridges one: a stored Boolean, or the number 0 or 1
+// (what `defaults write … -int 0` and `-bool NO` both leave); nothing for anything else.
+std::optional<bool> exactBoolean(const StoredValue& value);
+
 // integerForKey: a Boolean is 1 or 0; a real is truncated toward zero (saturating); a string as
 // NSString's integerValue reads it; anything else, or nothing, is 0.
 std::int64_t integer(const StoredValue& value);

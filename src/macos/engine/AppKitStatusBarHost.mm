@@ -115,6 +115,15 @@ double AppKitStatusItem::buttonHeight() const {
     return button == nil ? 0.0 : [button bounds].size.height;
 }
 
+std::optional<Rect> AppKitStatusItem::windowFrame() const {
+    NSWindow* window = [[item_ button] window];
+    if (window == nil) {
+        return std::nullopt;
+    }
+    const NSRect frame = [window frame];
+    return makeRect(frame.origin.x, frame.origin.y, frame.size.width, frame.size.height);
+}
+
 void AppKitStatusItem::popUpMenu(const std::vector<MenuEntry>& entries, Point location,
                                  std::function<void(const std::string& action)> perform) {
     NSStatusBarButton* button = [item_ button];

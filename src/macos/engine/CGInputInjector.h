@@ -8,6 +8,7 @@ namespace quillet::macos {
 // Holds no state of its own, so any thread may use it.
 class CGInputInjector final : public InputInjector {
 public:
+    bool canPostEvents() const override;
     std::shared_ptr<EventSource> createHIDEventSource() override;
     std::optional<Point> eventLocation() override;
     void post(const EventSource& source, const MouseEvent& event) override;

@@ -78,6 +78,10 @@ void CGInputInjector::post(const EventSource* source, const KeyEvent& event) {
     }
 }
 
+bool CGInputInjector::canPostEvents() const {
+    return CGPreflightPostEventAccess();
+}
+
 bool CGInputInjector::isLeftButtonDown() {
     return CGEventSourceButtonState(kCGEventSourceStateHIDSystemState, kCGMouseButtonLeft);
 }

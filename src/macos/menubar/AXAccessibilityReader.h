@@ -9,7 +9,9 @@ namespace quillet::macos {
 class AXAccessibilityReader final : public AccessibilityReader {
 public:
     bool isTrusted(bool prompt) const override;
-    std::optional<Rect> firstExtrasMenuBarChildFrame(Pid pid) const override;
+    std::optional<Rect>
+    firstExtrasMenuBarChildFrame(Pid pid,
+                                 std::chrono::milliseconds messagingTimeout) const override;
 };
 
 } // namespace quillet::macos

@@ -5,9 +5,17 @@
 #include <ApplicationServices/ApplicationServices.h>
 #import <Foundation/Foundation.h>
 
+#include <chrono>
+
 namespace quillet::macos {
 
 namespace {
+
+// A timeout set on one element bounds only that element's messages (AXUIElement.h), so every
+// element is given it before it is messaged.
+void bound(AXUIElementRef element, std::chrono::milliseconds timeout) {
+    AXUIElementSetMessagingTimeout(element, std::chrono::duration<float>(timeout).count());
+}
 
 // The element's attribute when it is present and of the CF type `type`; the copy is owned.
 template <typename Ref>
@@ -47,16 +55,19 @@ bool AXAccessibilityReader::isTrusted(bool prompt) const {
     return AXIsProcessTrustedWithOptions((__bridge CFDictionaryRef)options) != 0;
 }
 
-std::optional<Rect> AXAccessibilityReader::firstExtrasMenuBarChildFrame(Pid pid) const {
+std::optional<Rect> AXAccessibilityReader::firstExtrasMenuBarChildFrame(
+    Pid pid, std::chrono::milliseconds messagingTimeout) const {
     CFRef<AXUIElementRef> application(AXUIElementCreateApplication(pid));
     if (!application) {
         return std::nullopt;
     }
+    bound(application.get(), messagingTimeout);
     auto extrasMenuBar = copyAttribute<AXUIElementRef>(application.get(), kAXExtrasMenuBarAttribute,
                                                        AXUIElementGetTypeID());
     if (!extrasMenuBar) {
         return std::nullopt;
     }
+    bound(extrasMenuBar.get(), messagingTimeout);
     auto children =
         copyAttribute<CFArrayRef>(extrasMenuBar.get(), kAXChildrenAttribute, CFArrayGetTypeID());
     if (!children || CFArrayGetCount(children.get()) == 0) {
@@ -68,6 +79,7 @@ std::optional<Rect> AXAccessibilityReader::firstExtrasMenuBarChildFrame(Pid pid)
         return std::nullopt;
     }
     auto child = static_cast<AXUIElementRef>(first);
+    bound(child, messagingTimeout);
     auto position = copyValueAttribute<CGPoint>(child, kAXPositionAttribute, kAXValueTypeCGPoint);
     auto size = copyValueAttribute<CGSize>(child, kAXSizeAttribute, kAXValueTypeCGSize);
     if (!position || !size) {

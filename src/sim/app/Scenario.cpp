@@ -81,6 +81,7 @@ const std::map<std::string, Scenario::Action>& actions() {
         {"quitApp", Scenario::Action::quitApp},
         {"keyboardNav", Scenario::Action::keyboardNav},
         {"pressKey", Scenario::Action::pressKey},
+        {"grant", Scenario::Action::grant},
     };
     return names;
 }
@@ -118,6 +119,12 @@ Scenario::Step parseStep(const json& entry, const std::string& where) {
     case Scenario::Action::launchApp:
         step.app = parseApp(member(entry, "app", where), where + ": app");
         break;
+    case Scenario::Action::grant:
+        step.argument = text(entry, "permission", where);
+        if (step.argument != "accessibility" && step.argument != "screenRecording") {
+            throw Malformed{where + ": there is no permission \"" + step.argument + "\""};
+        }
+        break;
     case Scenario::Action::pressKey:
         step.argument = text(entry, "key", where);
         if (!NavigationSteps::keyCode(step.argument)) {
@@ -128,6 +135,24 @@ Scenario::Step parseStep(const json& entry, const std::string& where) {
         break;
     }
     return step;
+}
+
+void parsePermissions(const json& permissions, Scenario& scenario) {
+    if (!permissions.is_object()) {
+        throw Malformed{"\"permissions\" must be an object"};
+    }
+    for (const auto& [name, granted] : permissions.items()) {
+        if (!granted.is_boolean()) {
+            throw Malformed{"permission \"" + name + "\" must be true or false"};
+        }
+        if (name == "accessibility") {
+            scenario.accessibility = granted.get<bool>();
+        } else if (name == "screenRecording") {
+            scenario.screenRecording = granted.get<bool>();
+        } else {
+            throw Malformed{"there is no permission \"" + name + "\""};
+        }
+    }
 }
 
 json sectionMap(const json& value, const std::string& where) {
@@ -148,6 +173,9 @@ Scenario parse(const json& document) {
         } else if (*naming != "macOS26") {
             throw Malformed{"\"naming\" must be \"macOS26\" or \"perApplication\""};
         }
+    }
+    if (auto permissions = document.find("permissions"); permissions != document.end()) {
+        parsePermissions(*permissions, scenario);
     }
     const json& systemItems = array(document, "systemItems");
     for (std::size_t i = 0; i < systemItems.size(); ++i) {

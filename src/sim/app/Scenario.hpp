@@ -21,12 +21,14 @@ namespace quillet::sim {
 //    "apps": [{"bundleID": "com.getdropbox.dropbox", "name": "Dropbox", "pid": 701,
 //              "width": 28, "title": "…"}, …],                   left to right
 //    "rules": {"com.getdropbox.dropbox": "hidden", "sys:Battery": "hidden", …},
+//    "permissions": {"screenRecording": false, "accessibility": false},   both true if left out
 //    "profiles": {"Work": {…rules…}},
 //    "steps": [{"do": "launch"}, {"do": "pressHotKey"}, {"do": "hoverMenuBar"},
 //              {"do": "pointerAway"}, {"do": "wait", "ms": 600}, {"do": "clickToggle"},
 //              {"do": "activate", "app": "<bundle id>"}, {"do": "switchProfile", "name": "Work"},
 //              {"do": "launchApp", "app": {…as in apps…}}, {"do": "quitApp", "app": "<bundle
-//              id>"}, {"do": "keyboardNav"}, {"do": "pressKey", "key": "right"}]}
+//              id>"}, {"do": "keyboardNav"}, {"do": "pressKey", "key": "right"},
+//              {"do": "grant", "permission": "accessibility"}]}   or "screenRecording"
 //   (keys: "left", "right", "up", "down", "return", "enter", "escape")
 //
 // Every step may carry a "title" to print instead of its own description.
@@ -52,17 +54,20 @@ struct Scenario {
         launchApp,
         quitApp,
         keyboardNav,
-        pressKey
+        pressKey,
+        grant
     };
     struct Step {
         Action action = Action::launch;
         std::string title;
-        std::string argument; // the app, the profile or the key
+        std::string argument; // the app, the profile, the key or the permission
         std::int64_t milliseconds = 0;
         std::optional<App> app;
     };
 
     MenuBarNaming naming = MenuBarNaming::macOS26;
+    bool screenRecording = true;
+    bool accessibility = true;
     std::vector<SystemItem> systemItems;
     std::vector<App> apps;
     nlohmann::json rules = nlohmann::json::object();

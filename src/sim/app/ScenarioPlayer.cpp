@@ -22,6 +22,8 @@ void install(SimulatedMac& mac, const SimulatedMac::Application& app) {
 
 void setStage(SimulatedMac& mac, const Scenario& scenario) {
     mac.setNaming(scenario.naming);
+    mac.setScreenRecordingAllowed(scenario.screenRecording);
+    mac.setAccessibilityTrusted(scenario.accessibility);
     // Like macOS, every new item appears at the left end: the bar is built from right to left.
     std::for_each(
         scenario.systemItems.rbegin(), scenario.systemItems.rend(),
@@ -127,6 +129,14 @@ void ScenarioPlayer::play(const Printer& print) {
         case Scenario::Action::pressKey:
             world.mac.keyboard().type(*NavigationSteps::keyCode(step.argument));
             settle = false;
+            break;
+        case Scenario::Action::grant:
+            // Nothing tells Quillet; it finds out when it next looks.
+            if (step.argument == "accessibility") {
+                world.mac.setAccessibilityTrusted(true);
+            } else {
+                world.mac.setScreenRecordingAllowed(true);
+            }
             break;
         }
         if (settle) {

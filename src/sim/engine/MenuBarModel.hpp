@@ -72,6 +72,7 @@ public:
 
     void setGeometry(Rect mainDisplay, double thickness);
     double thickness() const { return thickness_; }
+    const Rect& mainDisplay() const { return display_; }
     void setNaming(MenuBarNaming naming) { naming_ = naming; }
     void setOwnProcess(Pid pid, std::string name);
     Pid ownPID() const { return ownPID_; }

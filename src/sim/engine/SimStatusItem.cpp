@@ -29,6 +29,18 @@ double SimStatusItem::buttonHeight() const {
     return model ? model->thickness() : 0;
 }
 
+// AppKit knows where the bar put the item whoever owns the window the window server lists for
+// it; it measures upward from the bottom of the main display.
+std::optional<Rect> SimStatusItem::windowFrame() const {
+    auto model = bar_.lock();
+    auto frame = model && inBar_ ? model->frame(window_) : std::nullopt;
+    if (!frame) {
+        return std::nullopt;
+    }
+    return makeRect(frame->minX(), model->mainDisplay().height() - frame->maxY(), frame->width(),
+                    frame->height());
+}
+
 bool SimStatusItem::isInBar() const {
     // The window may also have gone with the process, as when the simulated app quits.
     auto model = bar_.lock();

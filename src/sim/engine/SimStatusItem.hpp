@@ -33,6 +33,7 @@ public:
     void setAction(std::function<void(std::optional<ButtonEvent>)> handler,
                    std::uint64_t sendActionOnMask) override;
     double buttonHeight() const override;
+    std::optional<Rect> windowFrame() const override;
     void popUpMenu(const std::vector<MenuEntry>& entries, Point location,
                    std::function<void(const std::string& action)> perform) override;
 

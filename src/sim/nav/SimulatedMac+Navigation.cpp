@@ -12,6 +12,9 @@ std::optional<WindowID> SimulatedMac::itemAt(Point location) const {
 }
 
 void SimulatedMac::post(const MouseEvent& event) {
+    if (!canPostEvents()) {
+        return;
+    }
     // The window server treats an event without a source as any other.
     post(EventSource{}, event);
     if ((event.flags & EventFlags::command) != 0) {
@@ -28,6 +31,9 @@ void SimulatedMac::post(const MouseEvent& event) {
 }
 
 void SimulatedMac::post(const EventSource*, const KeyEvent& event) {
+    if (!canPostEvents()) {
+        return;
+    }
     keyboard_.press(event);
 }
 

@@ -1,0 +1,74 @@
+// Arranging without the privacy grants: our own items found when the window list withholds
+// their titles (no Screen Recording), and an arrangement that waits for Accessibility.
+
+#include "core/engine/ControlItemManager.hpp"
+
+#include "core/menubar/ScreenCoordinates.hpp"
+
+#include <cmath>
+
+namespace quillet {
+
+namespace {
+
+// How far apart (in points) the window list's frame and AppKit's may be for one window.
+constexpr double kSameWindowTolerance = 1.0;
+
+} // namespace
+
+// Without the Screen Recording grant the window list gives no titles for windows of other
+// processes, and on macOS 26 Control Center owns every status item window, ours included, so
+// neither title nor owner says which windows are ours. AppKit still knows where each of our
+// items is (menus open under it). Only the right edge and the height are compared: an item of
+// the hiding length is listed narrower than it is. The window number of our button's window
+// cannot stand in, since the window listed belongs to another process.
+std::optional<MenuBarItem>
+ControlItemManager::ownItemByFrame(std::string_view name,
+                                   const std::vector<MenuBarItem>& items) const {
+    const StatusItem* control = name == kAlwaysSeparatorName ? alwaysSeparatorItem_.get()
+                                : name == kSeparatorName     ? separatorItem_.get()
+                                : name == kToggleName        ? toggleItem_.get()
+                                                             : nullptr;
+    const auto appKitFrame = control ? control->windowFrame() : std::nullopt;
+    const auto frame = appKitFrame ? windowServerRect(deps_.displays, *appKitFrame) : std::nullopt;
+    if (!frame) {
+        return std::nullopt;
+    }
+    auto edgeGap = [&](const MenuBarItem& item) {
+        return std::abs(item.frame.maxX() - frame->maxX());
+    };
+    const MenuBarItem* best = nullptr;
+    for (const MenuBarItem& item : items) {
+        if (edgeGap(item) <= kSameWindowTolerance &&
+            std::abs(item.frame.midY() - frame->midY()) <= kSameWindowTolerance &&
+            (!best || edgeGap(item) < edgeGap(*best))) {
+            best = &item;
+        }
+    }
+    if (!best) {
+        return std::nullopt;
+    }
+    MenuBarItem own = *best;
+    own.isOwnControlItem = true;
+    return own;
+}
+
+bool ControlItemManager::controlItemsInOrder() const {
+    const auto alwaysSeparator = ownItem(kAlwaysSeparatorName);
+    const auto separator = ownItem(kSeparatorName);
+    const auto toggleWindow = ownItem(kToggleName);
+    return alwaysSeparator && separator && toggleWindow &&
+           alwaysSeparator->frame.minX() < separator->frame.minX() &&
+           separator->frame.minX() < toggleWindow->frame.minX();
+}
+
+void ControlItemManager::rearrangeAfterGrant() {
+    // Every placement since the grant went missing was skipped; the full arrangement puts every
+    // ruled item in its zone and brings every other one into view, so it stands in for them all.
+    if (lastArrangement_) {
+        auto [hidden, alwaysHidden] = *lastArrangement_;
+        arrangeAndReapply(std::move(hidden), std::move(alwaysHidden));
+    }
+}
+
+} // namespace quillet
