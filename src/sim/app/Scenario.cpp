@@ -1,6 +1,7 @@
 #include "sim/app/Scenario.hpp"
 
 #include "sim/nav/NavigationSteps.hpp"
+#include "sim/settings/SettingsSteps.hpp"
 
 #include <map>
 
@@ -90,6 +91,15 @@ Scenario::Step parseStep(const json& entry, const std::string& where) {
         throw Malformed{where + " is not an object"};
     }
     const std::string name = text(entry, "do", where);
+    if (SettingsSteps::isSettingsStep(name)) {
+        SettingsSteps::validate(entry, where);
+        return {Scenario::Action::settings,
+                entry.contains("title") ? text(entry, "title", where) : name,
+                "",
+                0,
+                std::nullopt,
+                entry};
+    }
     auto action = actions().find(name);
     if (action == actions().end()) {
         throw Malformed{where + ": there is no step \"" + name + "\""};

@@ -28,6 +28,8 @@ namespace quillet::sim {
 //              {"do": "launchApp", "app": {…as in apps…}}, {"do": "quitApp", "app": "<bundle
 //              id>"}, {"do": "keyboardNav"}, {"do": "pressKey", "key": "right"}]}
 //   (keys: "left", "right", "up", "down", "return", "enter", "escape")
+//   and the settings window's steps, documented in sim/settings/SettingsSteps.hpp
+//   ({"do": "openSettings"}, {"do": "flip", "row": "Reveal on hover"}, …).
 //
 // Every step may carry a "title" to print instead of its own description.
 struct Scenario {
@@ -52,7 +54,8 @@ struct Scenario {
         launchApp,
         quitApp,
         keyboardNav,
-        pressKey
+        pressKey,
+        settings
     };
     struct Step {
         Action action = Action::launch;
@@ -60,6 +63,7 @@ struct Scenario {
         std::string argument; // the app, the profile or the key
         std::int64_t milliseconds = 0;
         std::optional<App> app;
+        nlohmann::json settings; // a settings step as written
     };
 
     MenuBarNaming naming = MenuBarNaming::macOS26;
