@@ -1,10 +1,13 @@
 #include "settings/SettingsScene.hpp"
 
 #include "core/prefs/HotKeyOption.hpp"
+#include "core/support/Text.hpp"
 
 #include <gmock/gmock.h>
 
 #include <algorithm>
+#include <random>
+#include <set>
 
 namespace quillet::test {
 namespace {
@@ -217,6 +220,81 @@ TEST_F(GeneralPane, DeletingTheActiveProfileAsksNothingAndKeepsItsRulesInForce) 
     EXPECT_EQ(preferences().sectionByBundleID().at(kDropbox.bundleID), MenuBarSection::hidden);
     EXPECT_THAT(mac().renderMenuBar(), HasSubstr("(Dropbox)"));
     EXPECT_EQ(row("Active profile"), "(none)");
+}
+
+// Seeded random use of the pane: whatever the user does, the window shows what is stored, and no
+// profile is lost but by "Delete".
+TEST_F(GeneralPane, WhateverTheUserDoesTheWindowShowsWhatIsStored) {
+    std::mt19937 random(20261124);
+    const std::vector<std::string> names{"Work", "Home", " Home\t", "work"};
+    std::set<std::string> saved;
+    auto pickAny = [&](std::size_t count) { return static_cast<std::size_t>(random() % count); };
+    for (int action = 0; action < 150; ++action) {
+        switch (pickAny(8)) {
+        case 0:
+            window().flip(pickAny(2) ? "Reveal on hover" : "Collapse at launch");
+            break;
+        case 1:
+            window().step("Menu bar spacers", pickAny(2) ? 1 : -1);
+            break;
+        case 2:
+            window().pick("Toggle hidden items",
+                          std::string(title(allHotKeyOptions[pickAny(allHotKeyOptions.size())])));
+            break;
+        case 3: {
+            const std::string& name = names[pickAny(names.size())];
+            saveLayoutAs(name);
+            saved.insert(std::string(trimmedSpacesAndTabs(name)));
+            break;
+        }
+        case 4:
+            window().pick(
+                "Active profile",
+                pickAny(3) == 0 || saved.empty()
+                    ? "None"
+                    : *std::next(saved.begin(), static_cast<long>(pickAny(saved.size()))));
+            break;
+        case 5:
+            if (const std::string active = preferences().activeProfile(); !active.empty()) {
+                window().press("Delete", "Delete “" + active + "”");
+                saved.erase(active);
+            }
+            break;
+        case 6:
+            window().press("Save…");
+            window().type("Unsaved");
+            window().press("Cancel");
+            break;
+        default:
+            window().selectPane("Permissions");
+            window().selectPane("General");
+            break;
+        }
+        settle();
+
+        const AppPreferences& stored = preferences();
+        EXPECT_THAT(row("Reveal on hover"), HasSubstr(stored.autoRehide() ? "[on]" : "[off]"));
+        EXPECT_THAT(row("Collapse at launch"),
+                    HasSubstr(stored.collapseAtLaunch() ? "[on]" : "[off]"));
+        EXPECT_THAT(row("Toggle hidden items"),
+                    HasSubstr("[" + std::string(title(stored.hotKey())) + " ▾]"));
+        EXPECT_GE(stored.spacerCount(), 0);
+        EXPECT_LE(stored.spacerCount(), 5);
+        EXPECT_EQ(spacersInBar(), stored.spacerCount());
+        std::set<std::string> profiles;
+        for (const auto& [name, rules] : stored.profiles()) {
+            profiles.insert(name);
+        }
+        EXPECT_EQ(profiles, saved);
+        const std::string active = stored.activeProfile();
+        EXPECT_EQ(row("Active profile") == "(none)", saved.empty());
+        if (!saved.empty()) {
+            EXPECT_THAT(row("Active profile"),
+                        HasSubstr("[" + (active.empty() ? "None" : active) + " ▾]"));
+        }
+        EXPECT_EQ(row("Delete “" + active + "”") != "(none)", !active.empty());
+        ASSERT_FALSE(testing::Test::HasFailure()) << "after action " << action;
+    }
 }
 
 } // namespace
