@@ -25,10 +25,14 @@ void setText(NSTextField* label, std::string_view text, CGFloat tracking = 0);
 // hierarchically in `color`; nil for a name the system does not know.
 NSImage* symbol(std::string_view name, CGFloat pointSize, NSFontWeight weight, NSColor* color);
 
-// A rounded rectangle filled with `fill` and outlined inside its edge with `stroke` (nil: no
-// outline), holding `content` inset by `insets`.
-NSBox* roundedBox(NSView* content, NSEdgeInsets insets, CGFloat cornerRadius, NSColor* fill,
-                  NSColor* stroke);
+// `content` inset by `insets` on a rounded rectangle filled with `fill` and outlined inside its
+// edge with `stroke` (nil: no outline). `shape` is the rectangle, for changing its look later.
+struct Rounded {
+    NSView* view;
+    NSBox* shape;
+};
+Rounded roundedBox(NSView* content, NSEdgeInsets insets, CGFloat cornerRadius, NSColor* fill,
+                   NSColor* stroke);
 
 // `view` inside a transparent stack with these insets.
 NSView* padded(NSView* view, NSEdgeInsets insets);

@@ -123,27 +123,38 @@ NSImage* symbol(std::string_view name, CGFloat pointSize, NSFontWeight weight, N
     return image != nil ? [image imageWithSymbolConfiguration:look] : nil;
 }
 
-NSBox* roundedBox(NSView* content, NSEdgeInsets insets, CGFloat cornerRadius, NSColor* fill,
-                  NSColor* stroke) {
+namespace {
+
+void pin(NSView* view, NSView* container) {
+    [NSLayoutConstraint activateConstraints:@[
+        [view.leadingAnchor constraintEqualToAnchor:container.leadingAnchor],
+        [view.trailingAnchor constraintEqualToAnchor:container.trailingAnchor],
+        [view.topAnchor constraintEqualToAnchor:container.topAnchor],
+        [view.bottomAnchor constraintEqualToAnchor:container.bottomAnchor],
+    ]];
+}
+
+} // namespace
+
+Rounded roundedBox(NSView* content, NSEdgeInsets insets, CGFloat cornerRadius, NSColor* fill,
+                   NSColor* stroke) {
     NSBox* box = [[NSBox alloc] initWithFrame:NSZeroRect];
     box.boxType = NSBoxCustom;
     box.titlePosition = NSNoTitle;
-    box.contentViewMargins = NSZeroSize;
     box.cornerRadius = cornerRadius;
     box.fillColor = fill;
     box.borderWidth = stroke != nil ? 1 : 0;
     box.borderColor = stroke != nil ? stroke : [NSColor clearColor];
     box.translatesAutoresizingMaskIntoConstraints = NO;
+    // The box is only drawn behind the content, so that the content's constraints size both.
+    NSView* container = [[NSView alloc] initWithFrame:NSZeroRect];
+    container.translatesAutoresizingMaskIntoConstraints = NO;
     NSView* inner = padded(content, insets);
-    NSView* boxContent = box.contentView;
-    [boxContent addSubview:inner];
-    [NSLayoutConstraint activateConstraints:@[
-        [inner.leadingAnchor constraintEqualToAnchor:boxContent.leadingAnchor],
-        [inner.trailingAnchor constraintEqualToAnchor:boxContent.trailingAnchor],
-        [inner.topAnchor constraintEqualToAnchor:boxContent.topAnchor],
-        [inner.bottomAnchor constraintEqualToAnchor:boxContent.bottomAnchor],
-    ]];
-    return box;
+    [container addSubview:box];
+    [container addSubview:inner];
+    pin(box, container);
+    pin(inner, container);
+    return {container, box};
 }
 
 NSStackView* stack(NSUserInterfaceLayoutOrientation orientation, NSLayoutAttribute alignment,

@@ -216,18 +216,19 @@ NSView* SettingsPageRenderer::textField(Path path) {
 NSView* SettingsPageRenderer::badge(Path path) {
     NSTextField* text = SettingsAppearance::label("", font(TextStyle::caption, FontWeight::regular),
                                                   color(Tint::secondary));
-    NSBox* capsule =
+    const Rounded capsule =
         roundedBox(text,
                    NSEdgeInsetsMake(Look::Badge::verticalPadding, Look::Badge::sidePadding,
                                     Look::Badge::verticalPadding, Look::Badge::sidePadding),
                    0, [[NSColor labelColor] colorWithAlphaComponent:Look::Badge::fillOpacity], nil);
-    onRender([path, text, capsule](const SettingsPage& page) {
+    NSBox* shape = capsule.shape;
+    onRender([path, text, shape](const SettingsPage& page) {
         setText(text, as<SettingsBadge>(controlAt(page, path)).text);
         // A capsule: ends as round as the badge is high.
-        capsule.cornerRadius =
+        shape.cornerRadius =
             (text.intrinsicContentSize.height + 2 * Look::Badge::verticalPadding) / 2;
     });
-    return capsule;
+    return capsule.view;
 }
 
 } // namespace quillet::macos

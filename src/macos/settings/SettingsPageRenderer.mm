@@ -203,7 +203,8 @@ NSView* SettingsPageRenderer::banner(std::size_t item) {
     return roundedBox(line, NSEdgeInsetsMake(inset, inset, inset, inset),
                       Look::Banner::cornerRadius,
                       [tint colorWithAlphaComponent:Look::Banner::fillOpacity],
-                      [tint colorWithAlphaComponent:Look::Banner::strokeOpacity]);
+                      [tint colorWithAlphaComponent:Look::Banner::strokeOpacity])
+        .view;
 }
 
 NSView* SettingsPageRenderer::card(std::size_t item) {
@@ -229,10 +230,11 @@ NSView* SettingsPageRenderer::card(std::size_t item) {
         [rows addArrangedSubview:view];
         fillWidth(rows, view);
     }
-    NSBox* body =
+    NSView* body =
         roundedBox(rows, NSEdgeInsetsMake(0, 0, 0, 0), Look::Card::cornerRadius,
                    [NSColor controlBackgroundColor],
-                   [[NSColor labelColor] colorWithAlphaComponent:Look::Card::strokeOpacity]);
+                   [[NSColor labelColor] colorWithAlphaComponent:Look::Card::strokeOpacity])
+            .view;
     [card addArrangedSubview:body];
     fillWidth(card, body);
 
@@ -292,20 +294,21 @@ NSView* SettingsPageRenderer::row(Path path) {
 NSView* SettingsPageRenderer::iconWell(Path path) {
     NSImageView* image = [[NSImageView alloc] initWithFrame:NSZeroRect];
     const CGFloat side = Look::IconWell::side;
-    NSBox* well = roundedBox(image, NSEdgeInsetsMake(0, 0, 0, 0), Look::IconWell::cornerRadius,
-                             [NSColor clearColor], nil);
+    const Rounded well = roundedBox(image, NSEdgeInsetsMake(0, 0, 0, 0),
+                                    Look::IconWell::cornerRadius, [NSColor clearColor], nil);
     [NSLayoutConstraint activateConstraints:@[
-        [well.widthAnchor constraintEqualToConstant:side],
-        [well.heightAnchor constraintEqualToConstant:side],
+        [well.view.widthAnchor constraintEqualToConstant:side],
+        [well.view.heightAnchor constraintEqualToConstant:side],
     ]];
-    onRender([path, image, well](const SettingsPage& page) {
+    NSBox* shape = well.shape;
+    onRender([path, image, shape](const SettingsPage& page) {
         const SettingsIconWell icon = rowAt(page, path).iconWell();
         NSColor* tint = color(icon.tint);
-        well.fillColor = [tint colorWithAlphaComponent:Look::IconWell::fillOpacity];
+        shape.fillColor = [tint colorWithAlphaComponent:Look::IconWell::fillOpacity];
         image.image =
             symbol(icon.systemName, Look::IconWell::symbolSize, NSFontWeightSemibold, tint);
     });
-    return well;
+    return well.view;
 }
 
 NSView* SettingsPageRenderer::divider() {
