@@ -167,7 +167,7 @@ API_AVAILABLE(macos(10.9))
 - (void)addArrangedSubview:(NSView*)view API_AVAILABLE(macos(10.11));
 - (void)insertArrangedSubview:(NSView*)view atIndex:(NSInteger)index API_AVAILABLE(macos(10.11));
 - (void)removeArrangedSubview:(NSView*)view API_AVAILABLE(macos(10.11));
-- (void)setCustomSpacing:(CGFloat)spacing afterView:(NSView*)view API_AVAILABLE(macos(10.11));
+- (void)setCustomSpacing:(CGFloat)spacing afterView:(NSView*)view;
 @end
 
 // NSTextField.h
@@ -193,7 +193,7 @@ typedef NSString* NSFontDescriptorSystemDesign NS_TYPED_ENUM;
 APPKIT_EXTERN NSFontDescriptorSystemDesign const
     NSFontDescriptorSystemDesignRounded API_AVAILABLE(macos(10.15));
 @interface NSFontDescriptor (AppleOnlyDesigns)
-- (nullable NSFontDescriptor*)fontDescriptorWithDesign:(NSFontDescriptorSystemDesign)design
+- (nullable instancetype)fontDescriptorWithDesign:(NSFontDescriptorSystemDesign)design
     API_AVAILABLE(macos(10.15));
 @end
 
