@@ -93,12 +93,11 @@ Scenario::Step parseStep(const json& entry, const std::string& where) {
     const std::string name = text(entry, "do", where);
     if (SettingsSteps::isSettingsStep(name)) {
         SettingsSteps::validate(entry, where);
-        return {Scenario::Action::settings,
-                entry.contains("title") ? text(entry, "title", where) : name,
-                "",
-                0,
-                std::nullopt,
-                entry};
+        Scenario::Step step;
+        step.action = Scenario::Action::settings;
+        step.title = entry.contains("title") ? text(entry, "title", where) : name;
+        step.settings = entry;
+        return step;
     }
     auto action = actions().find(name);
     if (action == actions().end()) {
