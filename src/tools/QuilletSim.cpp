@@ -4,6 +4,9 @@
 //                                                      print the menu bar after every step
 //   quillet-sim --nav-selftest [--scenario FILE]      launch Quillet with --nav-selftest on the
 //                                                      scenario's menu bar and print its verdict
+//   quillet-sim --open-settings [--tab=PANE] [--scenario FILE] [--settings FILE]
+//                                                     launch Quillet with --open-settings and
+//                                                     print the settings window
 //   quillet-sim --windows FILE --list-items [--raw]   print the item listing the app would print
 //   quillet-sim --windows FILE --dump-raw OUT          write the raw dump the app would write
 #include "core/app/CommandLine.hpp"
@@ -16,6 +19,7 @@
 #include "sim/app/ScenarioPlayer.hpp"
 #include "sim/nav/SelfTestLaunch.hpp"
 #include "sim/prefs/FileKeyValueStore.hpp"
+#include "sim/settings/SettingsLaunch.hpp"
 
 #include <algorithm>
 #include <cstdio>
@@ -83,6 +87,16 @@ int playScenario(const std::vector<std::string>& arguments) {
         std::cout << launch.standardOutput;
         return launch.quit ? 0 : fail("Quillet did not quit within a minute");
     }
+    if (CommandLine::hasFlag(arguments, CommandLine::kOpenSettings)) {
+        std::vector<std::string> tabs;
+        std::copy_if(arguments.begin(), arguments.end(), std::back_inserter(tabs),
+                     [](const std::string& a) { return a.starts_with(CommandLine::kTab); });
+        for (const std::string& line :
+             sim::launchWithSettingsOpen(*parsed.value, tabs, settings ? &*settings : nullptr)) {
+            std::cout << line << "\n";
+        }
+        return 0;
+    }
     sim::ScenarioPlayer player(std::move(*parsed.value), settings ? &*settings : nullptr);
     player.play([](const std::string& line) { std::cout << line << "\n"; });
     return 0;
@@ -125,6 +139,7 @@ int main(int argc, char** argv) {
     const bool onlyScenarioOptions =
         std::all_of(arguments.begin() + 1, arguments.end(), [&](const std::string& a) {
             return a == "--scenario" || a == "--settings" || a == CommandLine::kNavSelfTest ||
+                   a == CommandLine::kOpenSettings || a.starts_with(CommandLine::kTab) ||
                    optionValue(arguments, "--scenario") == a ||
                    optionValue(arguments, "--settings") == a;
         });

@@ -163,7 +163,9 @@ protected:
                 .updater = updater,
                 .log = ports.log,
                 .keys = ports.keys,
-                .panels = ports.panels};
+                .panels = ports.panels,
+                .screenCapture = ports.screenCapture,
+                .settingsWindows = ports.settingsWindows};
     }
 
     Journal journal;

@@ -66,6 +66,10 @@ NS_INLINE id _Nullable CFBridgingRelease(CFTypeRef CF_CONSUMED _Nullable X) {
 API_AVAILABLE(macos(11.0))
 @interface NSImageSymbolConfiguration : NSObject <NSCopying, NSSecureCoding>
 + (instancetype)configurationWithPointSize:(CGFloat)pointSize weight:(NSFontWeight)weight;
++ (instancetype)configurationWithHierarchicalColor:(NSColor*)hierarchicalColor
+    API_AVAILABLE(macos(12.0));
+- (instancetype)configurationByApplyingConfiguration:(NSImageSymbolConfiguration*)configuration
+    API_AVAILABLE(macos(12.0));
 @end
 
 // NSMenu.h
@@ -148,6 +152,7 @@ APPKIT_EXTERN NSString* const NSWorkspaceApplicationKey API_AVAILABLE(macos(10.6
 // NSColor.h
 @interface NSColor (AppleOnlyColors)
 @property (class, strong, readonly) NSColor* controlAccentColor API_AVAILABLE(macos(10.14));
+@property (class, strong, readonly) NSColor* systemCyanColor API_AVAILABLE(macos(12.0));
 @end
 
 // NSStackView.h
@@ -162,6 +167,7 @@ API_AVAILABLE(macos(10.9))
 - (void)addArrangedSubview:(NSView*)view API_AVAILABLE(macos(10.11));
 - (void)insertArrangedSubview:(NSView*)view atIndex:(NSInteger)index API_AVAILABLE(macos(10.11));
 - (void)removeArrangedSubview:(NSView*)view API_AVAILABLE(macos(10.11));
+- (void)setCustomSpacing:(CGFloat)spacing afterView:(NSView*)view;
 @end
 
 // NSTextField.h
@@ -179,7 +185,17 @@ API_AVAILABLE(macos(10.9))
 typedef NSString* NSFontTextStyle NS_TYPED_ENUM;
 APPKIT_EXTERN NSFontTextStyle const NSFontTextStyleHeadline API_AVAILABLE(macos(11.0));
 APPKIT_EXTERN NSFontTextStyle const NSFontTextStyleCaption2 API_AVAILABLE(macos(11.0));
+APPKIT_EXTERN NSFontTextStyle const NSFontTextStyleBody API_AVAILABLE(macos(11.0));
+APPKIT_EXTERN NSFontTextStyle const NSFontTextStyleSubheadline API_AVAILABLE(macos(11.0));
+APPKIT_EXTERN NSFontTextStyle const NSFontTextStyleCaption1 API_AVAILABLE(macos(11.0));
 typedef NSString* NSFontTextStyleOptionKey NS_TYPED_ENUM;
+typedef NSString* NSFontDescriptorSystemDesign NS_TYPED_ENUM;
+APPKIT_EXTERN NSFontDescriptorSystemDesign const
+    NSFontDescriptorSystemDesignRounded API_AVAILABLE(macos(10.15));
+@interface NSFontDescriptor (AppleOnlyDesigns)
+- (nullable instancetype)fontDescriptorWithDesign:(NSFontDescriptorSystemDesign)design
+    API_AVAILABLE(macos(10.15));
+@end
 
 // NSFont.h
 @interface NSFont (AppleOnlyFonts)
@@ -193,6 +209,9 @@ typedef NSString* NSFontTextStyleOptionKey NS_TYPED_ENUM;
 // NSButton.h, NSControl.h. GNUstep keeps the control size on the cell only.
 @interface NSButton (AppleOnlyButtons)
 + (instancetype)buttonWithTitle:(NSString*)title
+                         target:(nullable id)target
+                         action:(nullable SEL)action API_AVAILABLE(macos(10.12));
++ (instancetype)buttonWithImage:(NSImage*)image
                          target:(nullable id)target
                          action:(nullable SEL)action API_AVAILABLE(macos(10.12));
 @property BOOL hasDestructiveAction API_AVAILABLE(macos(11.0));
@@ -232,6 +251,34 @@ typedef NS_ENUM(NSInteger, NSImageResizingMode) {
 // NSAlert.h
 @interface NSAlert (AppleOnlyAlerts)
 @property (nullable, strong) NSView* accessoryView API_AVAILABLE(macos(10.5));
+- (void)beginSheetModalForWindow:(NSWindow*)sheetWindow
+               completionHandler:(void (^_Nullable)(NSModalResponse returnCode))handler
+    API_AVAILABLE(macos(10.9));
+@end
+
+// NSTableView.h
+typedef NS_ENUM(NSInteger, NSTableViewStyle) {
+    NSTableViewStyleAutomatic,
+    NSTableViewStyleFullWidth,
+    NSTableViewStyleInset,
+    NSTableViewStyleSourceList,
+    NSTableViewStylePlain
+} API_AVAILABLE(macos(11.0));
+@interface NSTableView (AppleOnlyStyles)
+@property NSTableViewStyle style API_AVAILABLE(macos(11.0));
+@end
+
+// NSTableCellView.h
+API_AVAILABLE(macos(10.7))
+@interface NSTableCellView : NSView
+@property (nullable, strong) id objectValue;
+@property (nullable, assign) IBOutlet NSTextField* textField;
+@property (nullable, assign) IBOutlet NSImageView* imageView;
+@end
+
+// NSTextField.h
+@interface NSTextField (AppleOnlyPlaceholders)
+@property (nullable, copy) NSString* placeholderString API_AVAILABLE(macos(10.10));
 @end
 
 // NSSegmentedControl.h
@@ -259,6 +306,21 @@ static const NSVisualEffectMaterial NSVisualEffectMaterialHUDWindow = 13;
 @property (readonly, strong) NSLayoutDimension* heightAnchor API_AVAILABLE(macos(10.11));
 @property (readonly, strong) NSLayoutXAxisAnchor* centerXAnchor API_AVAILABLE(macos(10.11));
 @property (readonly, strong) NSLayoutYAxisAnchor* centerYAnchor API_AVAILABLE(macos(10.11));
+@end
+
+// NSLayoutConstraint.h
+@interface NSView (AppleOnlyConstraintBasedLayoutCoreMethods)
+- (void)setContentHuggingPriority:(NSLayoutPriority)priority
+                   forOrientation:(NSLayoutConstraintOrientation)orientation
+    API_AVAILABLE(macos(10.7));
+- (void)setContentCompressionResistancePriority:(NSLayoutPriority)priority
+                                 forOrientation:(NSLayoutConstraintOrientation)orientation
+    API_AVAILABLE(macos(10.7));
+@property (readonly) NSSize intrinsicContentSize API_AVAILABLE(macos(10.7));
+@end
+// GNUstep has the priority's getter only.
+@interface NSLayoutConstraint (AppleOnlyPriorities)
+- (void)setPriority:(NSLayoutPriority)priority;
 @end
 
 NS_ASSUME_NONNULL_END

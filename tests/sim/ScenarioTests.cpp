@@ -32,8 +32,8 @@ TEST(Scenario, RejectsMalformedScenariosWithOneLine) {
         {R"({"steps": [{"do": "pressKey", "key": "tab"}]})", "step 1: there is no key \"tab\""},
         {R"({"permissions": {"camera": false}})", "there is no permission \"camera\""},
         {R"({"permissions": {"accessibility": 0}})", "must be true or false"},
-        {R"({"steps": [{"do": "grant", "permission": "camera"}]})",
-         "step 1: there is no permission \"camera\""},
+        {R"({"steps": [{"do": "setPermission", "permission": "camera", "granted": true}]})",
+         "step 1: \"permission\" must be \"accessibility\" or \"screenRecording\""},
     };
     for (const auto& [text, message] : cases) {
         auto result = sim::parseScenario(text);
@@ -95,7 +95,7 @@ TEST(ScenarioPlayer, AGrantGivenMidwayIsNoticedAtTheNextApplicationSwitch) {
   "permissions": {"accessibility": false, "screenRecording": false},
   "apps": [{"bundleID": "com.getdropbox.dropbox", "name": "Dropbox", "pid": 701}],
   "rules": {"com.getdropbox.dropbox": "hidden"},
-  "steps": [{"do": "launch"}, {"do": "grant", "permission": "accessibility"},
+  "steps": [{"do": "launch"}, {"do": "setPermission", "permission": "accessibility", "granted": true},
             {"do": "activate", "app": "com.apple.finder"}]
 })");
     EXPECT_THAT(lines[2], HasSubstr("[Dropbox]"));

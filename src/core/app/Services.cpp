@@ -8,6 +8,7 @@
 #include "core/nav/KeyboardNavController.hpp"
 #include "core/ports/ProcessContext.hpp"
 #include "core/prefs/AppPreferences.hpp"
+#include "core/settings/SettingsWindowController.hpp"
 #include "core/triggers/ActiveAppMonitor.hpp"
 
 namespace quillet {
@@ -70,6 +71,15 @@ KeyboardNavController& Services::keyboardNav() {
             ports_.scheduler, ports_.windows, ports_.displays, ports_.workspace, ports_.keys,
             ports_.panels, ports_.application, ports_.input, ports_.process,
             controlItemManagerLookup()});
+    });
+}
+
+SettingsWindowController& Services::settingsWindow() {
+    return lazily(settingsWindow_, [&] {
+        return std::make_unique<SettingsWindowController>(SettingsWindowController::Dependencies{
+            ports_.scheduler, ports_.application, ports_.displays, ports_.settingsWindows,
+            ports_.process, preferences(), launchAtLogin(), ports_.accessibility,
+            ports_.screenCapture});
     });
 }
 

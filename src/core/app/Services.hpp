@@ -25,6 +25,9 @@ class PanelHost;
 class PointerMonitor;
 class ProcessContext;
 class Scheduler;
+class ScreenCapture;
+class SettingsWindowController;
+class SettingsWindowHost;
 class SpacerManager;
 class StatusBarHost;
 class Updater;
@@ -53,6 +56,8 @@ struct PlatformPorts {
     LogSink& log;
     KeyMonitor& keys;
     PanelHost& panels;
+    ScreenCapture& screenCapture;
+    SettingsWindowHost& settingsWindows;
 };
 
 // The process-wide objects of a running Quillet, each created on first use. One instance per
@@ -74,6 +79,7 @@ public:
     VisibleItemEnforcer& enforcer();
     ActiveAppMonitor& activeAppMonitor();
     KeyboardNavController& keyboardNav();
+    SettingsWindowController& settingsWindow();
 
     // The control item manager, held weakly: its owner (the application delegate) publishes it
     // here, and whoever reaches it this way does nothing once it is gone.
@@ -91,6 +97,7 @@ private:
     std::unique_ptr<VisibleItemEnforcer> enforcer_;
     std::unique_ptr<ActiveAppMonitor> activeAppMonitor_;
     std::unique_ptr<KeyboardNavController> keyboardNav_;
+    std::unique_ptr<SettingsWindowController> settingsWindow_;
     std::weak_ptr<ControlItemManager> controlItemManager_;
 };
 

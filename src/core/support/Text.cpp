@@ -95,3 +95,15 @@ std::string lowercased(std::string_view text) {
 }
 
 } // namespace quillet
+
+namespace quillet {
+
+std::string_view trimmedSpacesAndTabs(std::string_view text) {
+    const auto first = text.find_first_not_of(" \t");
+    if (first == std::string_view::npos) {
+        return {};
+    }
+    return text.substr(first, text.find_last_not_of(" \t") - first + 1);
+}
+
+} // namespace quillet

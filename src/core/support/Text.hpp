@@ -12,4 +12,7 @@ void removeAll(std::string& text, std::string_view what);
 // Latin Extended-A, Greek and Cyrillic capitals are folded; other characters pass unchanged.
 std::string lowercased(std::string_view text);
 
+// `text` without the spaces and tabs at either end; newlines and other white space stay.
+std::string_view trimmedSpacesAndTabs(std::string_view text);
+
 } // namespace quillet

@@ -3,6 +3,7 @@
 #include "core/app/AppDelegate.hpp"
 #include "core/app/Services.hpp"
 #include "core/nav/KeyboardNavController.hpp"
+#include "core/settings/SettingsWindowController.hpp"
 #include "macos/app/Platform.h"
 
 #include <cassert>
@@ -22,9 +23,9 @@
         return;
     }
     _services = std::make_unique<quillet::Services>(quillet::macos::Platform::shared().ports());
-    // The settings window is not in the app yet, so nothing offers its hook.
     quillet::AppDelegate::Hooks hooks;
     _services->keyboardNav().offerTo(hooks);
+    _services->settingsWindow().offerTo(hooks);
     _delegate = std::make_unique<quillet::AppDelegate>(*_services, std::move(hooks));
     _delegate->applicationDidFinishLaunching();
 }

@@ -19,6 +19,7 @@
 #include "macos/nav/AppKitPanelHost.h"
 #include "macos/nav/NSEventKeyMonitor.h"
 #include "macos/prefs/UserDefaultsStore.h"
+#include "macos/settings/AppKitSettingsWindowHost.h"
 #include "macos/triggers/CarbonHotKeyRegistrar.h"
 #include "macos/triggers/NSEventPointerMonitor.h"
 
@@ -60,6 +61,7 @@ struct Platform {
     AppKitStatusBarHost statusBar{updater};
     NSEventKeyMonitor keys;
     AppKitPanelHost panels;
+    AppKitSettingsWindowHost settingsWindows;
 };
 
 } // namespace quillet::macos

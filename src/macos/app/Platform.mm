@@ -24,7 +24,9 @@ PlatformPorts Platform::ports() {
             .updater = updater,
             .log = log,
             .keys = keys,
-            .panels = panels};
+            .panels = panels,
+            .screenCapture = screenCapture,
+            .settingsWindows = settingsWindows};
 }
 
 } // namespace quillet::macos

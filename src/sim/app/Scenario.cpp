@@ -1,6 +1,7 @@
 #include "sim/app/Scenario.hpp"
 
 #include "sim/nav/NavigationSteps.hpp"
+#include "sim/settings/SettingsSteps.hpp"
 
 #include <map>
 
@@ -81,7 +82,6 @@ const std::map<std::string, Scenario::Action>& actions() {
         {"quitApp", Scenario::Action::quitApp},
         {"keyboardNav", Scenario::Action::keyboardNav},
         {"pressKey", Scenario::Action::pressKey},
-        {"grant", Scenario::Action::grant},
     };
     return names;
 }
@@ -91,6 +91,14 @@ Scenario::Step parseStep(const json& entry, const std::string& where) {
         throw Malformed{where + " is not an object"};
     }
     const std::string name = text(entry, "do", where);
+    if (SettingsSteps::isSettingsStep(name)) {
+        SettingsSteps::validate(entry, where);
+        Scenario::Step step;
+        step.action = Scenario::Action::settings;
+        step.title = entry.contains("title") ? text(entry, "title", where) : name;
+        step.settings = entry;
+        return step;
+    }
     auto action = actions().find(name);
     if (action == actions().end()) {
         throw Malformed{where + ": there is no step \"" + name + "\""};
@@ -118,12 +126,6 @@ Scenario::Step parseStep(const json& entry, const std::string& where) {
         break;
     case Scenario::Action::launchApp:
         step.app = parseApp(member(entry, "app", where), where + ": app");
-        break;
-    case Scenario::Action::grant:
-        step.argument = text(entry, "permission", where);
-        if (step.argument != "accessibility" && step.argument != "screenRecording") {
-            throw Malformed{where + ": there is no permission \"" + step.argument + "\""};
-        }
         break;
     case Scenario::Action::pressKey:
         step.argument = text(entry, "key", where);

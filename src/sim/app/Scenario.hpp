@@ -27,9 +27,10 @@ namespace quillet::sim {
 //              {"do": "pointerAway"}, {"do": "wait", "ms": 600}, {"do": "clickToggle"},
 //              {"do": "activate", "app": "<bundle id>"}, {"do": "switchProfile", "name": "Work"},
 //              {"do": "launchApp", "app": {…as in apps…}}, {"do": "quitApp", "app": "<bundle
-//              id>"}, {"do": "keyboardNav"}, {"do": "pressKey", "key": "right"},
-//              {"do": "grant", "permission": "accessibility"}]}   or "screenRecording"
+//              id>"}, {"do": "keyboardNav"}, {"do": "pressKey", "key": "right"}]}
 //   (keys: "left", "right", "up", "down", "return", "enter", "escape")
+//   and the settings window's steps, documented in sim/settings/SettingsSteps.hpp
+//   ({"do": "openSettings"}, {"do": "flip", "row": "Reveal on hover"}, …).
 //
 // Every step may carry a "title" to print instead of its own description.
 struct Scenario {
@@ -55,14 +56,15 @@ struct Scenario {
         quitApp,
         keyboardNav,
         pressKey,
-        grant
+        settings
     };
     struct Step {
         Action action = Action::launch;
         std::string title;
-        std::string argument; // the app, the profile, the key or the permission
+        std::string argument; // the app, the profile or the key
         std::int64_t milliseconds = 0;
         std::optional<App> app;
+        nlohmann::json settings; // a settings step as written
     };
 
     MenuBarNaming naming = MenuBarNaming::macOS26;

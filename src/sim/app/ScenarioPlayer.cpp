@@ -3,6 +3,7 @@
 #include "core/prefs/AppPreferences.hpp"
 #include "sim/app/SimulatedQuillet.hpp"
 #include "sim/nav/NavigationSteps.hpp"
+#include "sim/settings/SettingsSteps.hpp"
 
 #include <algorithm>
 #include <cstdio>
@@ -79,6 +80,7 @@ void ScenarioPlayer::play(const Printer& print) {
     for (std::size_t index = 0; index < scenario_.steps.size(); ++index) {
         const Scenario::Step& step = scenario_.steps[index];
         bool settle = true;
+        std::optional<std::string> failure;
         switch (step.action) {
         case Scenario::Action::launch:
             quillet.delegate.applicationDidFinishLaunching();
@@ -130,13 +132,8 @@ void ScenarioPlayer::play(const Printer& print) {
             world.mac.keyboard().type(*NavigationSteps::keyCode(step.argument));
             settle = false;
             break;
-        case Scenario::Action::grant:
-            // Nothing tells Quillet; it finds out when it next looks.
-            if (step.argument == "accessibility") {
-                world.mac.setAccessibilityTrusted(true);
-            } else {
-                world.mac.setScreenRecordingAllowed(true);
-            }
+        case Scenario::Action::settings:
+            failure = SettingsSteps::perform(world, step.settings);
             break;
         }
         if (settle) {
@@ -149,6 +146,12 @@ void ScenarioPlayer::play(const Printer& print) {
         print("    " + world.mac.renderMenuBar());
         for (const std::string& line : NavigationSteps::describe(world, opened)) {
             print("    " + line);
+        }
+        if (step.action == Scenario::Action::settings) {
+            for (const std::string& line :
+                 failure ? std::vector{*failure} : SettingsSteps::describe(world, step.settings)) {
+                print("    " + line);
+            }
         }
         for (; logged < world.log.lines().size(); ++logged) {
             print("    log: " + world.log.lines()[logged]);

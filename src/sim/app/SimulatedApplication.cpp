@@ -6,7 +6,7 @@ std::optional<std::string> SimulatedLoginItem::registerService() {
     if (refusal_) {
         return refusal_;
     }
-    status_ = kEnabled;
+    status_ = holdForApproval_ ? kRequiresApproval : kEnabled;
     return std::nullopt;
 }
 

@@ -33,21 +33,25 @@ private:
 };
 
 // The main application's login item (SMAppService): registering enables it, unless the system
-// refuses with the given description.
+// refuses with the given description, or accepts it but holds it until the user approves it in
+// System Settings (as macOS does after the user turned the item off there).
 class SimulatedLoginItem : public LoginItem {
 public:
     static constexpr int kNotRegistered = 0;
     static constexpr int kEnabled = 1;
+    static constexpr int kRequiresApproval = 2;
 
     int status() const override { return status_; }
     std::optional<std::string> registerService() override;
     std::optional<std::string> unregisterService() override;
 
     void refuseWith(std::optional<std::string> description) { refusal_ = std::move(description); }
+    void holdForApproval(bool hold) { holdForApproval_ = hold; }
 
 private:
     int status_ = kNotRegistered;
     std::optional<std::string> refusal_;
+    bool holdForApproval_ = false;
 };
 
 // The update framework: counts starts and checks. A build without it (or without a feed and a

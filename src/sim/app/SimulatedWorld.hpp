@@ -8,6 +8,8 @@
 #include "sim/app/SimulatedApplication.hpp"
 #include "sim/nav/SimulatedPanels.hpp"
 #include "sim/prefs/MemoryKeyValueStore.hpp"
+#include "sim/settings/SimulatedPrivacyPrompts.hpp"
+#include "sim/settings/SimulatedSettingsWindows.hpp"
 #include "sim/triggers/SimulatedHotKeys.hpp"
 #include "sim/triggers/SimulatedPointer.hpp"
 
@@ -44,7 +46,7 @@ struct SimulatedWorld {
                 .windows = mac,
                 .displays = mac,
                 .workspace = mac,
-                .accessibility = mac,
+                .accessibility = privacyPrompts,
                 .statusBar = mac,
                 .input = mac,
                 .hotKeys = hotKeys,
@@ -54,7 +56,9 @@ struct SimulatedWorld {
                 .updater = updater,
                 .log = log,
                 .keys = mac.keyboard(),
-                .panels = panels};
+                .panels = panels,
+                .screenCapture = privacyPrompts,
+                .settingsWindows = settingsWindows};
     }
     PlatformPorts ports() { return ports(defaults); }
 
@@ -69,6 +73,8 @@ struct SimulatedWorld {
     SimulatedLoginItem loginItem;
     SimulatedUpdater updater;
     SimulatedPanels panels;
+    SimulatedPrivacyPrompts privacyPrompts{mac, scheduler};
+    SimulatedSettingsWindows settingsWindows;
 };
 
 } // namespace quillet::sim

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "core/support/WeakAnchor.hpp"
+
+#include <functional>
+
+namespace quillet {
+
+class AccessibilityReader;
+class AppPreferences;
+class LaunchAtLogin;
+class Scheduler;
+class ScreenCapture;
+
+// What every pane reads and calls. Every reference outlives the panes.
+struct SettingsPaneContext {
+    Scheduler& scheduler;
+    AppPreferences& preferences;
+    LaunchAtLogin& launchAtLogin;
+    const AccessibilityReader& accessibility;
+    ScreenCapture& screenCapture;
+    // Called after a pane's own state changed, so that the window draws it again.
+    std::function<void()> changed;
+};
+
+// The two optional privacy grants, as last read.
+struct PermissionGrants {
+    bool accessibility = false;
+    bool screenRecording = false;
+
+    // Reads both without prompting.
+    static PermissionGrants read(const SettingsPaneContext& context);
+    bool any() const { return accessibility || screenRecording; }
+};
+
+// Makes a pane's action: it does nothing once the pane is gone, and has the window draw the pane
+// again after it ran.
+template <class Pane, class Body> auto paneAction(const WeakAnchor<Pane>& anchor, Body body) {
+    return [self = anchor.ref(), body](const auto&... arguments) {
+        if (Pane* pane = self.get()) {
+            body(*pane, arguments...);
+            pane->changed();
+        }
+    };
+}
+
+} // namespace quillet

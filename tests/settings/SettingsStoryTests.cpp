@@ -1,0 +1,92 @@
+#include "sim/app/Scenario.hpp"
+#include "sim/app/ScenarioPlayer.hpp"
+#include "sim/settings/SettingsLaunch.hpp"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <sstream>
+
+namespace quillet {
+namespace {
+
+using ::testing::Contains;
+using ::testing::HasSubstr;
+
+std::string played(const std::string& text) {
+    auto scenario = sim::parseScenario(text);
+    EXPECT_TRUE(scenario.value) << scenario.error;
+    std::string output;
+    sim::ScenarioPlayer(std::move(*scenario.value)).play([&](const std::string& line) {
+        output += line + "\n";
+    });
+    return output;
+}
+
+TEST(SettingsStory, PreferencesChangedInTheWindowTakeEffectOnTheBar) {
+    std::ifstream file(QUILLET_FIXTURES_DIR "/scenarios/settings-window.json");
+    std::stringstream text;
+    text << file.rdbuf();
+    const std::string output = played(text.str());
+
+    // Hover no longer opens the zone once "Reveal on hover" is off.
+    EXPECT_THAT(output, HasSubstr("settings: Reveal on hover                                     "
+                                  "[off]\n4. pointer onto the menu bar: nothing opens  (t=2.36s)\n"
+                                  "    (<alwaysSeparator 10000>) (Docker) (Dropbox) <separator "
+                                  "10000>"));
+    // The Focus profile brings Dropbox and Docker out and hides Spotify.
+    EXPECT_THAT(output, HasSubstr("(Spotify) <separator 10000> <toggle> [Dropbox] [Docker]"));
+    EXPECT_THAT(output, HasSubstr("│ │ Active profile                                      "
+                                  "[Evening ▾]"));
+    EXPECT_THAT(output, HasSubstr("│ │ Delete “Evening”"));
+    EXPECT_THAT(output, HasSubstr("settings: Launch at login                                     "
+                                  "[off]\n    log: [Quillet] LaunchAtLogin toggle failed"));
+    EXPECT_THAT(output,
+                HasSubstr("│ │ Screen Recording                                    Granted"));
+    EXPECT_THAT(output, HasSubstr("Dock: no icon for Quillet"));
+}
+
+TEST(SettingsStory, StepsOnAWindowThatIsNotThereSayWhyAndChangeNothing) {
+    const std::string output = played(R"({"steps": [
+        {"do": "launch"}, {"do": "flip", "row": "Reveal on hover"}, {"do": "openSettings"},
+        {"do": "flip", "row": "No such row"}, {"do": "type", "text": "x"},
+        {"do": "pick", "row": "Toggle hidden items", "choice": "⌘⌘"}]})");
+    EXPECT_THAT(output, HasSubstr("2. flip  (t=1.96s)\n"));
+    EXPECT_THAT(output, HasSubstr("settings: the window is not open"));
+    EXPECT_THAT(output, HasSubstr("settings: nothing to flip there"));
+    EXPECT_THAT(output, HasSubstr("settings: nothing to type there"));
+    EXPECT_THAT(output, HasSubstr("settings: nothing to pick there"));
+    EXPECT_THAT(output, HasSubstr("│ │ Reveal on hover                                     [on]"));
+}
+
+TEST(SettingsStory, RejectsMalformedSettingsStepsWithOneLine) {
+    const std::pair<const char*, const char*> cases[] = {
+        {R"({"steps": [{"do": "flip"}]})", "step 1: \"row\" is missing or not a string"},
+        {R"({"steps": [{"do": "step", "row": "Menu bar spacers", "by": 2}]})",
+         "step 1: \"by\" is missing or not 1 or -1"},
+        {R"({"steps": [{"do": "setPermission", "permission": "camera", "granted": true}]})",
+         "step 1: \"permission\" must be"},
+        {R"({"steps": [{"do": "answerPrompts", "permission": "accessibility", "answer": "maybe"}]})",
+         "step 1: \"answer\" must be \"grant\" or \"refuse\""},
+        {R"({"steps": [{"do": "press", "button": "Save", "row": 3}]})",
+         "step 1: \"row\" must be a string"},
+    };
+    for (const auto& [text, message] : cases) {
+        auto result = sim::parseScenario(text);
+        EXPECT_FALSE(result.value) << text;
+        EXPECT_THAT(result.error, HasSubstr(message)) << text;
+    }
+}
+
+TEST(SettingsStory, LaunchingWithOpenSettingsPrintsTheChosenPane) {
+    auto scenario = sim::parseScenario(R"({"steps": []})");
+    const auto permissions = sim::launchWithSettingsOpen(*scenario.value, {"--tab=permissions"});
+    EXPECT_THAT(permissions, Contains("General   Menu Bar Items   ▸ Permissions"));
+    EXPECT_THAT(permissions, Contains("✓ Enough permission for identity"));
+    const auto general = sim::launchWithSettingsOpen(*scenario.value, {"--tab=Permissions"});
+    EXPECT_THAT(general, Contains("▸ General   Menu Bar Items   Permissions"));
+}
+
+} // namespace
+} // namespace quillet
