@@ -7,6 +7,8 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <fstream>
+#include <sstream>
 
 namespace quillet {
 namespace {
@@ -30,6 +32,8 @@ TEST(Scenario, RejectsMalformedScenariosWithOneLine) {
         {R"({"naming": "macOS7"})", "\"naming\" must be"},
         {R"({"rules": []})", "\"rules\" must be an object"},
         {R"({"steps": [{"do": "pressKey", "key": "tab"}]})", "step 1: there is no key \"tab\""},
+        {R"({"rules": {"a": [[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[]]]]]]]]]]]]]]]]]]]]]]]]]]]]]]]]}})",
+         "the scenario is nested deeper than 32 levels"},
     };
     for (const auto& [text, message] : cases) {
         auto result = sim::parseScenario(text);
@@ -83,6 +87,30 @@ TEST(ScenarioPlayer, ASecondRunWithTheSameSettingsStartsWhereTheFirstLeftOff) {
     auto lines = play(kTwoApps, &settings);
     EXPECT_THAT(lines[2], HasSubstr("[Dropbox]"));
     EXPECT_THAT(lines[2], Not(HasSubstr("(Dropbox)")));
+    std::filesystem::remove(path);
+}
+
+TEST(ScenarioPlayer, ARunKeepsEverythingTheUserSavedInTheSettingsFile) {
+    const auto path = std::filesystem::path(::testing::TempDir()) / "quillet-kept-settings.json";
+    // A member of another tool with an integer beyond 64 bits, and stored rules of which one
+    // is not a string ({"com.getdropbox.dropbox":"alwaysHidden","com.other":1}).
+    const std::string unknown = R"("user.counter": -123456789012345678901234567890)";
+    const std::string rules =
+        "eyJjb20uZ2V0ZHJvcGJveC5kcm9wYm94IjoiYWx3YXlzSGlkZGVuIiwiY29tLm90aGVyIjoxfQ==";
+    std::ofstream(path) << "{" << unknown << R"(, "quillet.sectionRules": {"data": ")" << rules
+                        << R"("}})";
+    sim::SimulatedLog log;
+    sim::FileKeyValueStore settings(path, log);
+    auto lines = play(kTwoApps, &settings); // its rules replace the ones that did not load
+
+    EXPECT_THAT(lines, Contains(HasSubstr("the original is kept under "
+                                          "quillet.sectionRules.unreadable")));
+    std::stringstream text;
+    text << std::ifstream(path).rdbuf();
+    EXPECT_THAT(text.str(), HasSubstr(unknown));
+    EXPECT_THAT(text.str(), HasSubstr(R"("quillet.sectionRules.unreadable": {)"));
+    EXPECT_THAT(text.str(), HasSubstr(rules));
+    EXPECT_TRUE(log.lines().empty());
     std::filesystem::remove(path);
 }
 
