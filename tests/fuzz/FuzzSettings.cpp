@@ -6,7 +6,7 @@
 #include "sim/SimulatedLog.hpp"
 #include "sim/prefs/FileKeyValueStore.hpp"
 
-#include "FuzzCheck.hpp"
+#include "FuzzSupport.hpp"
 
 #include <cstdint>
 #include <filesystem>

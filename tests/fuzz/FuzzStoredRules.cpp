@@ -5,7 +5,7 @@
 #include "core/support/BoundedJson.hpp"
 #include "sim/prefs/MemoryKeyValueStore.hpp"
 
-#include "FuzzCheck.hpp"
+#include "FuzzSupport.hpp"
 
 #include <cstdint>
 #include <string>
@@ -18,8 +18,8 @@ nlohmann::json storedDocument(const KeyValueStore& store, const std::string& key
     const StoredValue value = store.value(key);
     const auto* data = std::get_if<Bytes>(&value.content);
     QUILLET_FUZZ_CHECK(data != nullptr);
-    auto parsed =
-        parseBoundedJson(std::string_view(reinterpret_cast<const char*>(data->data()), data->size()));
+    auto parsed = parseBoundedJson(
+        std::string_view(reinterpret_cast<const char*>(data->data()), data->size()));
     QUILLET_FUZZ_CHECK(parsed.document.has_value());
     return *parsed.document;
 }

@@ -1,10 +1,10 @@
 // Window descriptions as the window server might hand them over, every value of any type (bounds
 // that are strings, dictionaries within dictionaries, numbers that are not numbers), read by the
 // item enumerator into items and written into both diagnostic documents.
-#include "core/app/MenuBarDebug.hpp"
-#include "core/menubar/ItemEnumerator.hpp"
 #include "core/menubar/WindowValueReading.hpp"
 #include "sim/SimulatedMac.hpp"
+
+#include "FuzzSupport.hpp"
 
 #include <fuzzer/FuzzedDataProvider.h>
 
@@ -34,8 +34,15 @@ double number(FuzzedDataProvider& input) {
 }
 
 std::string name(FuzzedDataProvider& input) {
-    static const char* const names[] = {"X", "Y", "Width", "Height", "Item-0", "Clock",
-                                        "com.example.app", "Control Center", "quillet.toggle"};
+    static const char* const names[] = {"X",
+                                        "Y",
+                                        "Width",
+                                        "Height",
+                                        "Item-0",
+                                        "Clock",
+                                        "com.example.app",
+                                        "Control Center",
+                                        "quillet.toggle"};
     return input.ConsumeBool() ? names[input.ConsumeIntegralInRange<std::size_t>(0, 8)]
                                : input.ConsumeRandomLengthString(24);
 }
@@ -91,10 +98,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         mac.addWindow(std::move(window));
     }
 
-    ItemEnumerator enumerator(mac, mac, mac);
-    MenuBarDebug::listingDocument(enumerator.logicalItems(ownPID));
-    MenuBarDebug::listingDocument(enumerator.mainDisplayItems(ownPID));
-    MenuBarDebug::rawDocument({enumerator.rawItems(ownPID), enumerator.activeDisplayBounds(),
-                               mac.preflight(), mac.isTrusted(false)});
+    fuzz::readItems(mac, ownPID);
     return 0;
 }
