@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/support/BoundedJson.hpp"
+
 #include <nlohmann/json.hpp>
 
 #include <optional>
@@ -20,16 +22,17 @@ template <class T> struct ParseResult {
     std::string error;
 };
 
-// Parses `text` as JSON and hands the document to `read`, which throws Malformed for what it
-// cannot use; `what` names the input in the message for text that is not JSON at all.
+// Parses `text` as bounded JSON and hands the document to `read`, which throws Malformed for
+// what it cannot use; `what` names the input in the message for text that is not JSON at all, or
+// too deep or too large to be read.
 template <class T, class Read>
 ParseResult<T> readJsonInput(std::string_view text, std::string_view what, Read read) {
-    nlohmann::json document = nlohmann::json::parse(text, nullptr, /*allow_exceptions=*/false);
-    if (document.is_discarded()) {
-        return {std::nullopt, "the " + std::string(what) + " is not valid JSON"};
+    BoundedJson parsed = parseBoundedJson(text);
+    if (!parsed.document) {
+        return {std::nullopt, "the " + std::string(what) + " " + parsed.problem};
     }
     try {
-        return {read(document), ""};
+        return {read(*parsed.document), ""};
     } catch (const Malformed& malformed) {
         return {std::nullopt, malformed.message};
     }

@@ -12,21 +12,20 @@
 #include "core/app/CommandLine.hpp"
 #include "core/app/MenuBarDebug.hpp"
 #include "core/menubar/ItemEnumerator.hpp"
+#include "sim/BoundedFile.hpp"
 #include "sim/HostProcessContext.hpp"
 #include "sim/Recording.hpp"
 #include "sim/StandardErrorLog.hpp"
 #include "sim/app/Scenario.hpp"
 #include "sim/app/ScenarioPlayer.hpp"
+#include "sim/app/SimulatorCommandLine.hpp"
 #include "sim/nav/SelfTestLaunch.hpp"
 #include "sim/prefs/FileKeyValueStore.hpp"
 #include "sim/settings/SettingsLaunch.hpp"
 
-#include <algorithm>
-#include <cstdio>
-#include <fstream>
+#include <filesystem>
 #include <iostream>
 #include <optional>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -37,49 +36,45 @@ using namespace quillet;
 constexpr const char* kUsage = "usage: quillet-sim --windows FILE --list-items [--raw]\n"
                                "       quillet-sim --windows FILE --dump-raw OUT\n";
 
-// The value after `option`, if the option is given.
-std::optional<std::string> optionValue(const std::vector<std::string>& arguments,
-                                       std::string_view option) {
-    for (std::size_t i = 0; i + 1 < arguments.size(); ++i) {
-        if (arguments[i] == option) {
-            return arguments[i + 1];
-        }
-    }
-    return std::nullopt;
-}
+using sim::SimulatorCommandLine::value;
 
 int fail(const std::string& message) {
     std::cerr << "quillet-sim: " << message << "\n";
     return 2;
 }
 
+// The file's text; nothing, with one line said, when it cannot be read.
 std::optional<std::string> readFile(const std::string& file) {
-    std::ifstream input(file, std::ios::binary);
-    if (!input) {
-        return std::nullopt;
+    sim::BoundedFile read = sim::readBoundedFile(file);
+    if (!read.text) {
+        fail(file + " " + read.problem);
     }
-    std::stringstream text;
-    text << input.rdbuf();
-    return text.str();
+    return read.text;
 }
 
 int playScenario(const std::vector<std::string>& arguments) {
     std::string text(sim::Scenario::builtIn());
-    if (auto file = optionValue(arguments, "--scenario")) {
+    const auto file = value(arguments, "--scenario");
+    if (file) {
         auto contents = readFile(*file);
         if (!contents) {
-            return fail("cannot read " + *file);
+            return 2;
         }
         text = std::move(*contents);
     }
     auto parsed = sim::parseScenario(text);
     if (!parsed.value) {
-        return fail(parsed.error);
+        return fail(file ? *file + ": " + parsed.error : parsed.error);
     }
     sim::StandardErrorLog log;
     std::optional<sim::FileKeyValueStore> settings;
-    if (auto file = optionValue(arguments, "--settings")) {
-        settings.emplace(*file, log);
+    if (auto settingsFile = value(arguments, "--settings")) {
+        // A missing file is a first run and is created; a missing folder is a typing mistake.
+        const std::filesystem::path folder = std::filesystem::absolute(*settingsFile).parent_path();
+        if (!std::filesystem::is_directory(folder)) {
+            return fail(*settingsFile + ": there is no folder " + folder.string());
+        }
+        settings.emplace(*settingsFile, log);
     }
     if (CommandLine::hasFlag(arguments, CommandLine::kNavSelfTest)) {
         auto launch =
@@ -105,7 +100,7 @@ int playScenario(const std::vector<std::string>& arguments) {
 int replayRecording(const std::vector<std::string>& arguments, const std::string& file) {
     auto text = readFile(file);
     if (!text) {
-        return fail("cannot read " + file);
+        return 2;
     }
     auto parsed = sim::parseRecording(*text);
     if (!parsed.value) {
@@ -117,7 +112,7 @@ int replayRecording(const std::vector<std::string>& arguments, const std::string
     ItemEnumerator enumerator(mac, mac, mac);
     MenuBarDebug debug(enumerator, mac, mac, process, log);
 
-    if (auto out = optionValue(arguments, CommandLine::kDumpRaw);
+    if (auto out = value(arguments, CommandLine::kDumpRaw);
         out && CommandLine::launchMode(arguments) == LaunchMode::dumpRaw) {
         debug.dumpRaw(*out);
         return 0;
@@ -133,19 +128,11 @@ int replayRecording(const std::vector<std::string>& arguments, const std::string
 
 int main(int argc, char** argv) {
     std::vector<std::string> arguments(argv, argv + argc);
-    if (auto file = optionValue(arguments, "--windows")) {
-        return replayRecording(arguments, *file);
+    if (auto problem = sim::SimulatorCommandLine::problem(arguments)) {
+        return fail(*problem);
     }
-    const bool onlyScenarioOptions =
-        std::all_of(arguments.begin() + 1, arguments.end(), [&](const std::string& a) {
-            return a == "--scenario" || a == "--settings" || a == CommandLine::kNavSelfTest ||
-                   a == CommandLine::kOpenSettings || a.starts_with(CommandLine::kTab) ||
-                   optionValue(arguments, "--scenario") == a ||
-                   optionValue(arguments, "--settings") == a;
-        });
-    if (!onlyScenarioOptions) {
-        std::cerr << kUsage;
-        return 2;
+    if (auto file = value(arguments, "--windows")) {
+        return replayRecording(arguments, *file);
     }
     return playScenario(arguments);
 }

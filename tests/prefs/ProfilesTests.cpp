@@ -121,6 +121,7 @@ TEST_F(ProfileOperations, DeletingAnUnknownNameStillRewritesTheStoredProfiles) {
     AppPreferences loaded(store);
     loaded.deleteProfile("Nobody");
     EXPECT_EQ(storedJSON(store, "quillet.profiles"), json::object());
+    EXPECT_EQ(store.value("quillet.profiles.unreadable"), testing::storedData("not json"));
 }
 
 } // namespace

@@ -117,12 +117,21 @@ TEST(RuleDecoding, RandomBlobsNeverCrashAndLoadOnlyWhatTheyHold) {
             }
         }
 
-        // Whatever was loaded is written in a form that reads back the same.
+        // Whatever was loaded is written in a form that reads back the same, and nothing else of
+        // the stored document is lost: it was carried over whole, or it is kept aside.
         prefs.setSectionByBundleID(prefs.sectionByBundleID());
         prefs.setProfiles(prefs.profiles());
         AppPreferences relaunched(store);
         ASSERT_EQ(relaunched.sectionByBundleID(), prefs.sectionByBundleID());
         ASSERT_EQ(relaunched.profiles(), prefs.profiles());
+        for (const std::string key : {"quillet.sectionRules", "quillet.profiles"}) {
+            const StoredValue aside = store.value(key + ".unreadable");
+            if (aside.isAbsent()) {
+                ASSERT_EQ(testing::storedJSON(store, key), document) << key;
+            } else {
+                ASSERT_EQ(aside, StoredValue{blob}) << key;
+            }
+        }
     }
 }
 

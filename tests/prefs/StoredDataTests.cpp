@@ -1,4 +1,5 @@
 #include "core/prefs/AppPreferences.hpp"
+#include "sim/SimulatedLog.hpp"
 #include "sim/prefs/MemoryKeyValueStore.hpp"
 
 #include "prefs/PrefsTesting.hpp"
@@ -62,6 +63,8 @@ struct StoredCase {
     std::string key;
     StoredValue stored;
     std::function<void(const AppPreferences&)> expectLoaded;
+    // Whether the stored document is kept under its backup key before it is first written over.
+    bool keptAside = false;
 };
 
 std::vector<StoredCase> storedCases() {
@@ -90,29 +93,38 @@ std::vector<StoredCase> storedCases() {
     const std::string rulesKey = "quillet.sectionRules";
     const std::string profilesKey = "quillet.profiles";
     return {
+        {"rules: sections as written, nothing aside", rulesKey,
+         storedData(R"({"a":"alwaysHidden","sys:Clock":"visible"})"),
+         rules({{"a", MenuBarSection::alwaysHidden}, {"sys:Clock", MenuBarSection::visible}})},
         {"rules: matching is case-sensitive, one entry at a time", rulesKey,
          storedData(R"({"a":"hidden","b":"Hidden","c":"dynamic"})"),
-         rules({{"a", MenuBarSection::hidden}, {"c", MenuBarSection::dynamic}})},
-        {"rules: not JSON", rulesKey, storedData(R"({"a":"hidden")"), rules(none)},
-        {"rules: empty data", rulesKey, storedData(""), rules(none)},
-        {"rules: an array", rulesKey, storedData(R"(["hidden"])"), rules(none)},
+         rules({{"a", MenuBarSection::hidden}, {"c", MenuBarSection::dynamic}}), true},
+        {"rules: not JSON", rulesKey, storedData(R"({"a":"hidden")"), rules(none), true},
+        {"rules: empty data", rulesKey, storedData(""), rules(none), true},
+        {"rules: an array", rulesKey, storedData(R"(["hidden"])"), rules(none), true},
         {"rules: one value of another type spoils the document", rulesKey,
-         storedData(R"({"a":"hidden","b":5})"), rules(none)},
+         storedData(R"({"a":"hidden","b":5})"), rules(none), true},
         {"rules: a profiles document", rulesKey, storedData(R"({"Work":{"a":"hidden"}})"),
-         rules(none)},
-        {"rules: text after the document", rulesKey, storedData(R"({"a":"hidden"} x)"),
-         rules(none)},
-        {"rules: not UTF-8", rulesKey, storedData("{\"a\xff\":\"hidden\"}"), rules(none)},
+         rules(none), true},
+        {"rules: text after the document", rulesKey, storedData(R"({"a":"hidden"} x)"), rules(none),
+         true},
+        {"rules: not UTF-8", rulesKey, storedData("{\"a\xff\":\"hidden\"}"), rules(none), true},
         {"rules: stored as a string, not data", rulesKey, storedText(R"({"a":"hidden"})"),
-         rules(none)},
+         rules(none), true},
+        {"rules: stored as a real", rulesKey, StoredValue{2.5}, rules(none), true},
+        {"rules: nested past the bound of stored JSON", rulesKey,
+         storedData(R"({"a":"hidden","b":)" + std::string(3000, '[') + std::string(3000, ']') +
+                    "}"),
+         rules(none), true},
         {"profiles: unknown sections dropped, an emptied profile kept", profilesKey,
          storedData(R"({"Work":{"a":"hidden","b":"bogus"},"Empty":{"x":"nope"}})"),
-         profiles({{"Work", {{"a", MenuBarSection::hidden}}}, {"Empty", {}}})},
-        {"profiles: a rules document", profilesKey, storedData(R"({"a":"hidden"})"), profiles({})},
+         profiles({{"Work", {{"a", MenuBarSection::hidden}}}, {"Empty", {}}}), true},
+        {"profiles: a rules document", profilesKey, storedData(R"({"a":"hidden"})"), profiles({}),
+         true},
         {"profiles: a rule of another type", profilesKey,
-         storedData(R"({"Work":{"a":"hidden"},"Home":{"a":true}})"), profiles({})},
+         storedData(R"({"Work":{"a":"hidden"},"Home":{"a":true}})"), profiles({}), true},
         {"profiles: not JSON", profilesKey, storedData(std::string_view("\x00\x01garbage", 9)),
-         profiles({})},
+         profiles({}), true},
         {"autoRehide: the number 0 is the Boolean false", "quillet.autoRehideOnOutsideClick",
          StoredValue{std::int64_t{0}}, autoRehide(false)},
         {"autoRehide: the real 0.0 is the Boolean false", "quillet.autoRehideOnOutsideClick",
@@ -143,19 +155,26 @@ std::vector<StoredCase> storedCases() {
     };
 }
 
-TEST(StoredPreferences, OddStoredValuesLoadAsDefinedAndStayUntilTheirPropertyIsAssigned) {
+TEST(StoredPreferences, OddStoredValuesLoadAsDefinedAndAreKeptWhenTheirPropertyIsAssigned) {
     for (const StoredCase& c : storedCases()) {
         SCOPED_TRACE(c.description);
         sim::MemoryKeyValueStore store;
+        sim::SimulatedLog log;
         store.put(c.key, c.stored);
-        AppPreferences prefs(store);
+        AppPreferences prefs(store, &log);
         c.expectLoaded(prefs);
 
         reassignAllBut(prefs, c.key);
         EXPECT_EQ(store.value(c.key), c.stored) << "rewritten before its property was assigned";
 
+        // A document that did not load whole is kept aside before it is first written over,
+        // and stays there through later writes.
+        const std::string backupKey = c.key + ".unreadable";
+        reassign(prefs, c.key);
         reassign(prefs, c.key);
         EXPECT_TRUE(holdsOwnForm(store, c.key));
+        EXPECT_EQ(store.value(backupKey), c.keptAside ? c.stored : StoredValue{});
+        EXPECT_EQ(log.lines().size(), c.keptAside ? 1u : 0u);
         AppPreferences relaunched(store);
         c.expectLoaded(relaunched);
     }

@@ -10,6 +10,8 @@ namespace {
 using ::testing::HasSubstr;
 
 TEST(Recording, RejectsMalformedRecordingsWithOneLine) {
+    const std::string deep = R"({"windows": [{"kCGWindowBounds": )" + std::string(32, '[') +
+                             std::string(32, ']') + "}]}";
     const std::pair<const char*, const char*> cases[] = {
         {"", "not valid JSON"},
         {"[1, 2]", "must be a JSON object"},
@@ -25,6 +27,7 @@ TEST(Recording, RejectsMalformedRecordingsWithOneLine) {
         {R"({"windows": [], "accessibility": "yes"})", "\"accessibility\" must be true or false"},
         {R"({"windows": [{"kCGWindowBounds": {"X": 1e300, "Y": 0, "Width": 1, "Height": 1}}]})",
          "window 0: bounds value X is out of range"},
+        {deep.c_str(), "the recording is nested deeper than 32 levels"},
     };
     for (const auto& [text, message] : cases) {
         auto result = sim::parseRecording(text);

@@ -7,6 +7,8 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <fstream>
+#include <sstream>
 
 namespace quillet {
 namespace {
@@ -34,6 +36,8 @@ TEST(Scenario, RejectsMalformedScenariosWithOneLine) {
         {R"({"permissions": {"accessibility": 0}})", "must be true or false"},
         {R"({"steps": [{"do": "setPermission", "permission": "camera", "granted": true}]})",
          "step 1: \"permission\" must be \"accessibility\" or \"screenRecording\""},
+        {R"({"rules": {"a": [[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[]]]]]]]]]]]]]]]]]]]]]]]]]]]]]]]]}})",
+         "the scenario is nested deeper than 32 levels"},
     };
     for (const auto& [text, message] : cases) {
         auto result = sim::parseScenario(text);
@@ -102,6 +106,30 @@ TEST(ScenarioPlayer, AGrantGivenMidwayIsNoticedAtTheNextApplicationSwitch) {
     EXPECT_THAT(lines[3], HasSubstr("log: Quillet: moving menu bar items needs Accessibility"));
     EXPECT_THAT(lines[5], HasSubstr("[Dropbox]"));
     EXPECT_THAT(lines.back(), HasSubstr("(Dropbox) <separator 10000> <toggle>"));
+}
+
+TEST(ScenarioPlayer, ARunKeepsEverythingTheUserSavedInTheSettingsFile) {
+    const auto path = std::filesystem::path(::testing::TempDir()) / "quillet-kept-settings.json";
+    // A member of another tool with an integer beyond 64 bits, and stored rules of which one
+    // is not a string ({"com.getdropbox.dropbox":"alwaysHidden","com.other":1}).
+    const std::string unknown = R"("user.counter": -123456789012345678901234567890)";
+    const std::string rules =
+        "eyJjb20uZ2V0ZHJvcGJveC5kcm9wYm94IjoiYWx3YXlzSGlkZGVuIiwiY29tLm90aGVyIjoxfQ==";
+    std::ofstream(path) << "{" << unknown << R"(, "quillet.sectionRules": {"data": ")" << rules
+                        << R"("}})";
+    sim::SimulatedLog log;
+    sim::FileKeyValueStore settings(path, log);
+    auto lines = play(kTwoApps, &settings); // its rules replace the ones that did not load
+
+    EXPECT_THAT(lines, Contains(HasSubstr("the original is kept under "
+                                          "quillet.sectionRules.unreadable")));
+    std::stringstream text;
+    text << std::ifstream(path).rdbuf();
+    EXPECT_THAT(text.str(), HasSubstr(unknown));
+    EXPECT_THAT(text.str(), HasSubstr(R"("quillet.sectionRules.unreadable": {)"));
+    EXPECT_THAT(text.str(), HasSubstr(rules));
+    EXPECT_TRUE(log.lines().empty());
+    std::filesystem::remove(path);
 }
 
 TEST(ScenarioPlayer, TheBuiltInScenarioPlaysToItsEnd) {

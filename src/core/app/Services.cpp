@@ -34,7 +34,8 @@ Pid Services::ownPID() const {
 }
 
 AppPreferences& Services::preferences() {
-    return lazily(preferences_, [&] { return std::make_unique<AppPreferences>(ports_.defaults); });
+    return lazily(preferences_,
+                  [&] { return std::make_unique<AppPreferences>(ports_.defaults, &ports_.log); });
 }
 
 LaunchAtLogin& Services::launchAtLogin() {

@@ -30,6 +30,7 @@ public:
 
     virtual void setBool(const std::string& key, bool value) = 0;
     virtual void setInteger(const std::string& key, std::int64_t value) = 0;
+    virtual void setReal(const std::string& key, double value) = 0;
     virtual void setString(const std::string& key, const std::string& value) = 0;
     virtual void setData(const std::string& key, const Bytes& value) = 0;
 };

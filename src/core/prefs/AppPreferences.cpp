@@ -2,6 +2,9 @@
 
 #include "core/prefs/DefaultsReading.hpp"
 
+#include <type_traits>
+#include <variant>
+
 namespace quillet {
 
 namespace {
@@ -26,25 +29,56 @@ HotKeyOption loadHotKey(const KeyValueStore& defaults) {
     return text ? hotKeyOption(*text).value_or(HotKeyOption::cmdShiftB) : HotKeyOption::cmdShiftB;
 }
 
-Profiles loadProfiles(const KeyValueStore& defaults) {
-    auto data = DefaultsReading::data(defaults.value(kProfilesKey));
-    return data ? SectionRulesCoding::decodeProfiles(*data) : Profiles{};
+// The document stored under `key`, decoded; a stored value of another kind, or one that does
+// not decode whole, is noted in `unreadable` as it was stored.
+template <class Decode>
+auto loadDocument(const KeyValueStore& defaults, const std::string& key, Decode decode,
+                  std::map<std::string, StoredValue>& unreadable) {
+    const StoredValue stored = defaults.value(key);
+    decltype(decode(Bytes{})) decoded;
+    if (auto data = DefaultsReading::data(stored)) {
+        decoded = decode(*data);
+    } else {
+        decoded.whole = stored.isAbsent(); // a value of another kind is not read at all
+    }
+    if (!decoded.whole) {
+        unreadable.emplace(key, stored);
+    }
+    return std::move(decoded.value);
 }
 
-SectionRules loadSectionRules(const KeyValueStore& defaults) {
-    auto data = DefaultsReading::data(defaults.value(kSectionRulesKey));
-    return data ? SectionRulesCoding::decodeRules(*data) : SectionRules{};
+// Writes `value` back under `key` with the setter of its own kind.
+void storeAsItWas(KeyValueStore& defaults, const std::string& key, const StoredValue& value) {
+    std::visit(
+        [&](const auto& content) {
+            using Kind = std::decay_t<decltype(content)>;
+            if constexpr (std::is_same_v<Kind, bool>) {
+                defaults.setBool(key, content);
+            } else if constexpr (std::is_same_v<Kind, std::int64_t>) {
+                defaults.setInteger(key, content);
+            } else if constexpr (std::is_same_v<Kind, double>) {
+                defaults.setReal(key, content);
+            } else if constexpr (std::is_same_v<Kind, std::string>) {
+                defaults.setString(key, content);
+            } else if constexpr (std::is_same_v<Kind, Bytes>) {
+                defaults.setData(key, content);
+            }
+        },
+        value.content);
 }
 
 } // namespace
 
-AppPreferences::AppPreferences(KeyValueStore& defaults)
-    : defaults_(defaults), autoRehide_(loadAutoRehide(defaults)),
+AppPreferences::AppPreferences(KeyValueStore& defaults, LogSink* log)
+    : defaults_(defaults), log_(log), autoRehide_(loadAutoRehide(defaults)),
       collapseAtLaunch_(DefaultsReading::boolean(defaults.value(kCollapseAtLaunchKey))),
       hotKey_(loadHotKey(defaults)),
       spacerCount_(DefaultsReading::integer(defaults.value(kSpacerCountKey))),
       activeProfile_(DefaultsReading::string(defaults.value(kActiveProfileKey)).value_or("")),
-      profiles_(loadProfiles(defaults)), sectionByBundleID_(loadSectionRules(defaults)) {}
+      profiles_(
+          loadDocument(defaults, kProfilesKey, SectionRulesCoding::decodeProfiles, unreadable_)),
+      sectionByBundleID_(
+          loadDocument(defaults, kSectionRulesKey, SectionRulesCoding::decodeRules, unreadable_)) {}
 
 void AppPreferences::setAutoRehide(bool value) {
     assign(autoRehide_, value);
@@ -73,16 +107,28 @@ void AppPreferences::setActiveProfile(std::string value) {
 
 void AppPreferences::setProfiles(Profiles value) {
     assign(profiles_, std::move(value));
-    if (auto data = SectionRulesCoding::encode(profiles_.value())) {
-        defaults_.setData(kProfilesKey, *data);
-    }
+    writeDocument(kProfilesKey, SectionRulesCoding::encode(profiles_.value()));
 }
 
 void AppPreferences::setSectionByBundleID(SectionRules value) {
     assign(sectionByBundleID_, std::move(value));
-    if (auto data = SectionRulesCoding::encode(sectionByBundleID_.value())) {
-        defaults_.setData(kSectionRulesKey, *data);
+    writeDocument(kSectionRulesKey, SectionRulesCoding::encode(sectionByBundleID_.value()));
+}
+
+// Nothing is stored when the document cannot be encoded, so the original is then not moved yet.
+void AppPreferences::writeDocument(const std::string& key, const std::optional<Bytes>& data) {
+    if (!data) {
+        return;
     }
+    if (auto original = unreadable_.extract(key)) {
+        const std::string backupKey = key + std::string(kUnreadableSuffix);
+        storeAsItWas(defaults_, backupKey, original.mapped());
+        if (log_) {
+            log_->log("Quillet: the stored " + key +
+                      " could not be read in full; the original is kept under " + backupKey);
+        }
+    }
+    defaults_.setData(key, *data);
 }
 
 void AppPreferences::setSection(MenuBarSection section, const std::string& bundleID) {

@@ -1,12 +1,16 @@
 #pragma once
 
 #include "core/ports/KeyValueStore.hpp"
+#include "core/ports/LogSink.hpp"
 #include "core/prefs/HotKeyOption.hpp"
 #include "core/prefs/SectionRules.hpp"
 #include "core/support/Observable.hpp"
 
 #include <cstdint>
+#include <map>
+#include <optional>
 #include <string>
+#include <string_view>
 
 namespace quillet {
 
@@ -19,8 +23,9 @@ class AppPreferences {
 public:
     // Loads every property from `defaults`, which must outlive this object. Loading never
     // writes: a stored value that cannot be read stays in the store until its property is next
-    // assigned.
-    explicit AppPreferences(KeyValueStore& defaults);
+    // assigned. A stored rules or profiles document that does not load whole is then first kept
+    // under its key followed by kUnreadableSuffix, and `log` (if any) is told in one line.
+    explicit AppPreferences(KeyValueStore& defaults, LogSink* log = nullptr);
     AppPreferences(const AppPreferences&) = delete;
     AppPreferences& operator=(const AppPreferences&) = delete;
 
@@ -72,13 +77,25 @@ public:
     // active profile leaves its rules in force with no profile active.
     void deleteProfile(const std::string& name);
 
+    // The stored rules and profiles hold what the user built up over time, and a single odd
+    // entry makes a document load as empty or partly: the original is kept beside it before it
+    // is first written over, under "quillet.sectionRules.unreadable" or
+    // "quillet.profiles.unreadable" (the most recent one only).
+    static constexpr std::string_view kUnreadableSuffix = ".unreadable";
+
 private:
+    void writeDocument(const std::string& key, const std::optional<Bytes>& data);
+
     template <class T> void assign(Observable<T>& property, T value) {
         objectWillChange_.emit();
         property.set(std::move(value));
     }
 
     KeyValueStore& defaults_;
+    LogSink* log_;
+    // Stored documents that did not load whole, as they were stored, by key, until backed up.
+    // Filled while the properties below load.
+    std::map<std::string, StoredValue> unreadable_;
     Signal<> objectWillChange_;
     Observable<bool> autoRehide_;
     Observable<bool> collapseAtLaunch_;

@@ -1,5 +1,7 @@
 #include "core/prefs/SectionRules.hpp"
 
+#include "core/support/BoundedJson.hpp"
+
 #include <nlohmann/json.hpp>
 
 #include <string_view>
@@ -42,19 +44,22 @@ bool isObjectOfStrings(const json& value) {
     return true;
 }
 
-// Only call on an object of strings.
-SectionRules knownSections(const json& object) {
+// Only call on an object of strings. Clears `whole` when a member is dropped.
+SectionRules knownSections(const json& object, bool& whole) {
     SectionRules rules;
     for (const auto& member : object.items()) {
         if (auto section = menuBarSection(member.value().get_ref<const std::string&>())) {
             rules.emplace(member.key(), *section);
+        } else {
+            whole = false;
         }
     }
     return rules;
 }
 
 json parsed(const Bytes& data) {
-    return json::parse(data.begin(), data.end(), nullptr, /*allow_exceptions=*/false);
+    const std::string_view text(reinterpret_cast<const char*>(data.data()), data.size());
+    return parseBoundedJson(text).document.value_or(json(json::value_t::discarded));
 }
 
 } // namespace
@@ -71,27 +76,29 @@ std::optional<Bytes> encode(const Profiles& profiles) {
     return serialized(object);
 }
 
-SectionRules decodeRules(const Bytes& data) {
+Decoded<SectionRules> decodeRules(const Bytes& data) {
     const json document = parsed(data);
     if (!isObjectOfStrings(document)) {
-        return {};
+        return {{}, false};
     }
-    return knownSections(document);
+    Decoded<SectionRules> rules;
+    rules.value = knownSections(document, rules.whole);
+    return rules;
 }
 
-Profiles decodeProfiles(const Bytes& data) {
+Decoded<Profiles> decodeProfiles(const Bytes& data) {
     const json document = parsed(data);
     if (!document.is_object()) {
-        return {};
+        return {{}, false};
     }
     for (const auto& member : document.items()) {
         if (!isObjectOfStrings(member.value())) {
-            return {};
+            return {{}, false};
         }
     }
-    Profiles profiles;
+    Decoded<Profiles> profiles;
     for (const auto& member : document.items()) {
-        profiles.emplace(member.key(), knownSections(member.value()));
+        profiles.value.emplace(member.key(), knownSections(member.value(), profiles.whole));
     }
     return profiles;
 }

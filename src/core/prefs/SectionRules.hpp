@@ -22,11 +22,20 @@ namespace SectionRulesCoding {
 std::optional<Bytes> encode(const SectionRules& rules);
 std::optional<Bytes> encode(const Profiles& profiles);
 
-// Anything but a JSON object of strings (of objects of strings, for profiles) decodes to no
-// rules at all; within a well-formed document, members whose value is not a raw section value
-// are dropped one by one. A profile left with no rules is kept.
-SectionRules decodeRules(const Bytes& data);
-Profiles decodeProfiles(const Bytes& data);
+// What a stored document yields, and whether it yielded all of it: false when the document was
+// unreadable as a whole or lost members that are not raw section values, so that the caller
+// knows that writing over it would destroy something the user stored.
+template <class T> struct Decoded {
+    T value;
+    bool whole = true;
+};
+
+// Anything but a JSON object of strings (of objects of strings, for profiles), or a text beyond
+// the bounds of stored JSON, decodes to no rules at all; within a well-formed document, members
+// whose value is not a raw section value are dropped one by one. A profile left with no rules is
+// kept.
+Decoded<SectionRules> decodeRules(const Bytes& data);
+Decoded<Profiles> decodeProfiles(const Bytes& data);
 
 } // namespace SectionRulesCoding
 

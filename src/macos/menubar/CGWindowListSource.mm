@@ -33,7 +33,11 @@ CFStringRef keyName(WindowKey key) {
     return kCGWindowName;
 }
 
-WindowValue windowValue(CFTypeRef value);
+// The window server nests a dictionary only for the bounds; anything deeper is not read, so that
+// no description, however odd, is walked deeper than this.
+constexpr int kDictionaryDepth = 4;
+
+WindowValue windowValue(CFTypeRef value, int depth = 0);
 
 WindowValue unsupported() {
     return {WindowValue::Unsupported{}};
@@ -57,7 +61,7 @@ WindowValue stringValue(CFStringRef string) {
 }
 
 // Members whose key is not a string cannot be named by the core and are left out.
-WindowValue dictionaryValue(CFDictionaryRef dictionary) {
+WindowValue dictionaryValue(CFDictionaryRef dictionary, int depth) {
     const auto count = static_cast<std::size_t>(CFDictionaryGetCount(dictionary));
     std::vector<const void*> keys(count);
     std::vector<const void*> values(count);
@@ -69,14 +73,14 @@ WindowValue dictionaryValue(CFDictionaryRef dictionary) {
             continue;
         }
         if (auto name = utf8String(static_cast<CFStringRef>(keys[i]))) {
-            members.push_back({std::move(*name), windowValue(values[i])});
+            members.push_back({std::move(*name), windowValue(values[i], depth + 1)});
         }
     }
     return {std::move(members)};
 }
 
 // A value of a window description, typed as the window server typed it.
-WindowValue windowValue(CFTypeRef value) {
+WindowValue windowValue(CFTypeRef value, int depth) {
     if (value == nullptr) {
         return {};
     }
@@ -91,7 +95,9 @@ WindowValue windowValue(CFTypeRef value) {
         return stringValue(static_cast<CFStringRef>(value));
     }
     if (type == CFDictionaryGetTypeID()) {
-        return dictionaryValue(static_cast<CFDictionaryRef>(value));
+        return depth < kDictionaryDepth
+                   ? dictionaryValue(static_cast<CFDictionaryRef>(value), depth)
+                   : unsupported();
     }
     return unsupported();
 }

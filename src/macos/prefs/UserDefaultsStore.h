@@ -19,6 +19,7 @@ public:
 
     void setBool(const std::string& key, bool value) override;
     void setInteger(const std::string& key, std::int64_t value) override;
+    void setReal(const std::string& key, double value) override;
     void setString(const std::string& key, const std::string& value) override;
     void setData(const std::string& key, const Bytes& value) override;
 

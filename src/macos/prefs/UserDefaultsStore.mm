@@ -63,6 +63,12 @@ void UserDefaultsStore::setInteger(const std::string& key, std::int64_t value) {
     }
 }
 
+void UserDefaultsStore::setReal(const std::string& key, double value) {
+    if (NSString* name = nsString(key)) {
+        [defaults_->store setDouble:value forKey:name];
+    }
+}
+
 void UserDefaultsStore::setString(const std::string& key, const std::string& value) {
     NSString* name = nsString(key);
     NSString* text = nsString(value);

@@ -44,8 +44,8 @@ void storeRules(AppPreferences& preferences, const Scenario& scenario) {
         const std::string text = value.dump();
         return Bytes(text.begin(), text.end());
     };
-    preferences.setProfiles(SectionRulesCoding::decodeProfiles(bytes(scenario.profiles)));
-    preferences.setSectionByBundleID(SectionRulesCoding::decodeRules(bytes(scenario.rules)));
+    preferences.setProfiles(SectionRulesCoding::decodeProfiles(bytes(scenario.profiles)).value);
+    preferences.setSectionByBundleID(SectionRulesCoding::decodeRules(bytes(scenario.rules)).value);
 }
 
 std::string timestamp(Duration now) {

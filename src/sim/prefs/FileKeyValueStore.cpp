@@ -1,70 +1,28 @@
 #include "sim/prefs/FileKeyValueStore.hpp"
 
-#include <array>
+#include "sim/BoundedFile.hpp"
+#include "sim/prefs/Base64.hpp"
+
 #include <cerrno>
 #include <cstring>
-#include <fstream>
 #include <limits>
-#include <optional>
-#include <sstream>
 #include <system_error>
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace quillet::sim {
 
 namespace {
 
+namespace fs = std::filesystem;
 using nlohmann::json;
 
 constexpr std::string_view kDataTag = "data";
-constexpr std::string_view kAlphabet =
-    "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-
-std::string base64Encoded(const Bytes& bytes) {
-    std::string text;
-    text.reserve((bytes.size() + 2) / 3 * 4);
-    for (std::size_t i = 0; i < bytes.size(); i += 3) {
-        const std::size_t count = std::min<std::size_t>(3, bytes.size() - i);
-        std::uint32_t group = 0;
-        for (std::size_t j = 0; j < 3; ++j) {
-            group = (group << 8) | (j < count ? bytes[i + j] : 0u);
-        }
-        for (std::size_t j = 0; j < 4; ++j) {
-            text += j <= count ? kAlphabet[(group >> (18 - 6 * j)) & 0x3Fu] : '=';
-        }
-    }
-    return text;
-}
-
-// Strict: whole groups of four, only the alphabet, padding only at the very end.
-std::optional<Bytes> base64Decoded(std::string_view text) {
-    if (text.size() % 4 != 0) {
-        return std::nullopt;
-    }
-    Bytes bytes;
-    bytes.reserve(text.size() / 4 * 3);
-    for (std::size_t i = 0; i < text.size(); i += 4) {
-        const bool last = i + 4 == text.size();
-        std::uint32_t group = 0;
-        std::size_t padding = 0;
-        for (std::size_t j = 0; j < 4; ++j) {
-            const char c = text[i + j];
-            if (c == '=' && last && j >= 2 && (j == 3 || text[i + 3] == '=')) {
-                ++padding;
-                group <<= 6;
-                continue;
-            }
-            const std::size_t index = kAlphabet.find(c);
-            if (index == std::string_view::npos || padding > 0) {
-                return std::nullopt;
-            }
-            group = (group << 6) | static_cast<std::uint32_t>(index);
-        }
-        for (std::size_t j = 0; j < 3 - padding; ++j) {
-            bytes.push_back(static_cast<std::uint8_t>(group >> (16 - 8 * j)));
-        }
-    }
-    return bytes;
-}
+// Enough for any real chain of links, and an end to a loop of them.
+constexpr int kSymlinkHops = 40;
 
 StoredValue storedValue(const json& member) {
     switch (member.type()) {
@@ -95,34 +53,114 @@ StoredValue storedValue(const json& member) {
     }
 }
 
+// The file a path names, through any chain of symbolic links, even one whose end is missing
+// yet: replacing the link itself by a file would cut the user's link.
+fs::path resolved(fs::path path) {
+    std::error_code error;
+    for (int hop = 0; hop < kSymlinkHops && fs::is_symlink(path, error); ++hop) {
+        fs::path target = fs::read_symlink(path, error);
+        if (error) {
+            break;
+        }
+        path = target.is_absolute() ? target : path.parent_path() / target;
+    }
+    return path;
+}
+
+fs::path folderOf(const fs::path& file) {
+    return file.has_parent_path() ? file.parent_path() : fs::path(".");
+}
+
+std::string withSuffix(const fs::path& path, std::string_view suffix) {
+    return path.string() + std::string(suffix);
+}
+
+// An exclusive advisory lock for one read-change-write, taken on the folder that holds the file.
+// Not on the settings file itself: each write replaces that file, and a lock on the replaced one
+// would exclude nobody; and not on a lock file of its own, which would be left beside the
+// user's file.
+class WriteLock {
+public:
+    explicit WriteLock(const fs::path& file)
+        : fd_(::open(folderOf(file).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
+        if (fd_ >= 0 && ::flock(fd_, LOCK_EX) != 0) {
+            ::close(fd_);
+            fd_ = -1;
+        }
+    }
+    WriteLock(const WriteLock&) = delete;
+    WriteLock& operator=(const WriteLock&) = delete;
+    ~WriteLock() {
+        if (fd_ >= 0) {
+            ::close(fd_); // releases the lock
+        }
+    }
+
+    bool held() const { return fd_ >= 0; }
+
+private:
+    int fd_;
+};
+
+// Written in full beside the file, flushed to the disk, then renamed over it, so that an
+// interrupted run leaves the old file or the new one, never half of one. The file keeps its
+// permissions. The reason it failed, or "".
+std::string replaceFile(const fs::path& path, const std::string& text) {
+    const std::string temporary = withSuffix(path, ".tmp");
+    struct stat original {};
+    const bool existed = ::stat(path.c_str(), &original) == 0;
+    const int fd = ::open(temporary.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
+    if (fd < 0) {
+        return temporary + ": " + std::strerror(errno);
+    }
+    bool written = !existed || ::fchmod(fd, original.st_mode & 07777) == 0;
+    for (std::size_t done = 0; written && done < text.size();) {
+        const ssize_t count = ::write(fd, text.data() + done, text.size() - done);
+        written = count > 0 || (count < 0 && errno == EINTR);
+        done += count > 0 ? static_cast<std::size_t>(count) : 0;
+    }
+    written = written && ::fsync(fd) == 0;
+    const int writeError = errno;
+    written = ::close(fd) == 0 && written;
+    if (!written || ::rename(temporary.c_str(), path.c_str()) != 0) {
+        const std::string reason = std::strerror(written ? errno : writeError);
+        ::unlink(temporary.c_str());
+        return (written ? path.string() : temporary) + ": " + reason;
+    }
+    return "";
+}
+
 } // namespace
 
 FileKeyValueStore::FileKeyValueStore(std::filesystem::path path, LogSink& log)
-    : path_(std::move(path)), log_(log) {
-    std::error_code error;
-    if (!std::filesystem::exists(path_, error)) {
-        return; // A first run: every setting has its default.
+    : path_(resolved(path)), shownPath_(std::move(path)), log_(log) {
+    if (auto document = readFile()) {
+        document_ = std::move(*document);
     }
-    std::ifstream input(path_, std::ios::binary);
-    std::stringstream text;
-    text << input.rdbuf();
-    if (!input) {
-        log_.log("quillet-sim: cannot read settings file " + path_.string() +
-                 "; using defaults until a setting is written");
-        return;
+}
+
+std::optional<SettingsDocument> FileKeyValueStore::readFile() {
+    BoundedFile file = readBoundedFile(path_);
+    if (!file.exists) {
+        return SettingsDocument(); // a first run: every setting has its default
     }
-    json document = json::parse(text.str(), nullptr, /*allow_exceptions=*/false);
-    if (!document.is_object()) {
-        log_.log("quillet-sim: settings file " + path_.string() +
-                 " is not a JSON object; using defaults until a setting is written");
-        return;
+    std::string problem = std::move(file.problem);
+    if (file.text) {
+        ParsedSettings parsed = SettingsDocument::parse(*file.text);
+        if (parsed.document) {
+            return std::move(parsed.document);
+        }
+        problem = std::move(parsed.problem);
     }
-    document_ = std::move(document);
+    log_.log("quillet-sim: settings file " + shownPath_.string() + " " + problem +
+             "; it is left as it is, and settings changed in this run are not saved");
+    savesToFile_ = false;
+    return std::nullopt;
 }
 
 StoredValue FileKeyValueStore::value(const std::string& key) const {
-    auto found = document_.find(key);
-    return found == document_.end() ? StoredValue{} : storedValue(*found);
+    auto member = document_.value(key);
+    return member ? storedValue(*member) : StoredValue{};
 }
 
 void FileKeyValueStore::setBool(const std::string& key, bool value) {
@@ -130,6 +168,10 @@ void FileKeyValueStore::setBool(const std::string& key, bool value) {
 }
 
 void FileKeyValueStore::setInteger(const std::string& key, std::int64_t value) {
+    write(key, value);
+}
+
+void FileKeyValueStore::setReal(const std::string& key, double value) {
     write(key, value);
 }
 
@@ -141,45 +183,36 @@ void FileKeyValueStore::setData(const std::string& key, const Bytes& value) {
     write(key, json{{kDataTag, base64Encoded(value)}});
 }
 
-void FileKeyValueStore::write(const std::string& key, json member) {
-    std::optional<json> previous;
-    if (auto found = document_.find(key); found != document_.end()) {
-        previous = *found;
-    }
-    document_[key] = std::move(member);
-
-    std::string text;
-    try {
-        text = document_.dump(2) + "\n";
-    } catch (const json::exception&) {
-        // Only text that is not UTF-8 cannot be written; keep the document writable.
-        if (previous) {
-            document_[key] = std::move(*previous);
-        } else {
-            document_.erase(key);
-        }
+void FileKeyValueStore::write(const std::string& key, const json& member) {
+    SettingsDocument updated = document_;
+    if (!updated.set(key, member)) {
         log_.log("quillet-sim: setting " + key + " is not UTF-8 text; it is not saved");
         return;
     }
+    if (!savesToFile_ || !writeThrough(key, member)) {
+        document_ = std::move(updated); // this run still sees its own change
+    }
+}
 
-    // Written beside the file and renamed over it, so that an interrupted run never leaves half
-    // a file behind.
-    std::filesystem::path temporary = path_;
-    temporary += ".tmp";
-    std::ofstream output(temporary, std::ios::binary | std::ios::trunc);
-    output << text;
-    output.close();
-    std::error_code error;
-    if (!output) {
-        log_.log("quillet-sim: cannot write settings file " + temporary.string() + ": " +
+bool FileKeyValueStore::writeThrough(const std::string& key, const json& member) {
+    WriteLock lock(path_);
+    if (!lock.held()) {
+        log_.log("quillet-sim: cannot write settings file " + shownPath_.string() + ": " +
                  std::strerror(errno));
-        return;
+        return false;
     }
-    std::filesystem::rename(temporary, path_, error);
-    if (error) {
-        log_.log("quillet-sim: cannot replace settings file " + path_.string() + ": " +
-                 error.message());
+    // What another process wrote since this one last looked is kept: only `key` changes.
+    std::optional<SettingsDocument> current = readFile();
+    if (!current) {
+        return false;
     }
+    current->set(key, member);
+    if (std::string failure = replaceFile(path_, current->text()); !failure.empty()) {
+        log_.log("quillet-sim: cannot write settings file " + failure);
+        return false;
+    }
+    document_ = std::move(*current);
+    return true;
 }
 
 } // namespace quillet::sim

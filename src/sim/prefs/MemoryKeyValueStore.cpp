@@ -15,6 +15,10 @@ void MemoryKeyValueStore::setInteger(const std::string& key, std::int64_t value)
     put(key, {value});
 }
 
+void MemoryKeyValueStore::setReal(const std::string& key, double value) {
+    put(key, {value});
+}
+
 void MemoryKeyValueStore::setString(const std::string& key, const std::string& value) {
     put(key, {value});
 }
