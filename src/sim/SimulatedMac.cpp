@@ -61,7 +61,7 @@ SimulatedMac::Window SimulatedMac::statusItemWindow(WindowID id, Rect frame, Pid
     return window;
 }
 
-SimulatedMac::SimulatedMac(VirtualScheduler& scheduler) {
+SimulatedMac::SimulatedMac(VirtualScheduler& scheduler) : scheduler_(&scheduler) {
     input_->setScheduler(&scheduler);
     keyboard_.setScheduler(&scheduler);
 }
@@ -275,6 +275,7 @@ WindowID SimulatedMac::addApplicationItem(const Application& app, std::string ti
     item.appName = app.name;
     item.title = std::move(title);
     item.length = width;
+    item.bundleID = app.bundleID;
     return bar_->add(std::move(item));
 }
 
@@ -356,6 +357,12 @@ void SimulatedMac::post(const EventSource&, const MouseEvent& event) {
     case MouseEventType::leftMouseUp:
         // The first release drops a lifted item; a second one finds nothing to drop.
         bar_->drop(event.location.x);
+        break;
+    case MouseEventType::mouseMoved:
+        // Monitors run on the main thread, which reads the pointer when it gets to them.
+        if (postedMoveHandler_) {
+            scheduler_ ? scheduler_->post(postedMoveHandler_) : postedMoveHandler_();
+        }
         break;
     default:
         break;

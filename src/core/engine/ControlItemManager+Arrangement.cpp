@@ -58,6 +58,9 @@ Task<> ControlItemManager::arrangeJob(RuleKeys hidden, RuleKeys alwaysHidden) {
     setAllRevealed(true);
     co_await sleep(deps_.scheduler, kSettleAfterRevealing);
     co_await orderControlItems();
+    // Ordering drags a separator past its neighbours, and a drop can land one item further than
+    // aimed: what that leaves between the separators goes back where it belongs first.
+    co_await moveCaughtItemsOut();
     for (const std::string& key : alwaysHidden) {
         co_await place(key, 0, MenuBarSection::alwaysHidden);
     }
@@ -68,10 +71,16 @@ Task<> ControlItemManager::arrangeJob(RuleKeys hidden, RuleKeys alwaysHidden) {
         }
     }
     co_await placeMisplacedVisibleItems();
+    // The steps above trust each drag's own landing test, which only asks whether the item is
+    // past its anchor, not whether it went too far: one round checks every zone and repairs.
+    co_await checkAndRepair();
     // What is in the menu bar now has been placed; only later arrivals are new.
     deps_.enforcer.seedFromCurrentItems();
     const bool nothingToHide = hidden.empty() && alwaysHidden.empty();
     setAllRevealed(nothingToHide && !deps_.preferences.collapseAtLaunch());
+    if (deps_.arranged) {
+        deps_.arranged();
+    }
 }
 
 // Restores the order always-separator, separator, toggle, wherever the system put them.
@@ -97,6 +106,13 @@ Task<> ControlItemManager::orderControlItems() {
                                  leftmost->windowID);
         }
     }
+    co_await orderSeparatorAndToggle();
+}
+
+Task<> ControlItemManager::orderSeparatorAndToggle() {
+    const auto alwaysSeparator = ownItem(kAlwaysSeparatorName);
+    const auto separator = ownItem(kSeparatorName);
+    const auto toggleWindow = ownItem(kToggleName);
     // Each check reads the frames afresh: the move before it may have shifted both.
     auto isLeftOf = [this](const std::optional<MenuBarItem>& a,
                            const std::optional<MenuBarItem>& b) {
@@ -113,6 +129,14 @@ Task<> ControlItemManager::orderControlItems() {
     }
 }
 
+// The bar as it was before a job revealed everything.
+void ControlItemManager::restoreBar(bool wasExpanded, bool wasAllRevealed) {
+    setAllRevealed(wasAllRevealed);
+    if (wasExpanded && !wasAllRevealed) {
+        setExpanded(true);
+    }
+}
+
 Task<> ControlItemManager::newlyVisibleJob(std::vector<MenuBarItem> items) {
     const bool wasExpanded = isExpanded_;
     setAllRevealed(true);
@@ -120,6 +144,9 @@ Task<> ControlItemManager::newlyVisibleJob(std::vector<MenuBarItem> items) {
     for (const MenuBarItem& item : items) {
         co_await place(ruleKey(item), item.windowID, MenuBarSection::visible);
     }
+    // The other new items (ruled ones, untitled ones, an application's second item) and any
+    // drop that went too far.
+    co_await checkAndRepair();
     // When the bar was open, the always-hidden zone stays revealed too until the next collapse.
     if (!wasExpanded) {
         setAllRevealed(false);
@@ -133,6 +160,7 @@ Task<> ControlItemManager::enforceJob(std::optional<std::string> ruleKey, Window
     setAllRevealed(true);
     co_await sleep(deps_.scheduler, kSettleBeforePlacing);
     co_await place(std::move(ruleKey), fallbackWID, section);
+    co_await checkAndRepair();
     if (collapseAfterwards) {
         setAllRevealed(false);
     }

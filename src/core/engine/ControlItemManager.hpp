@@ -10,6 +10,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <set>
@@ -57,6 +58,9 @@ public:
         // The settings window and keyboard navigation, supplied by the application's wiring.
         std::function<void()> openSettings;
         std::function<void()> startKeyboardNav;
+        // Told at the end of every full arrangement, which has put every Auto item in the
+        // hidden zone, so that whoever shows them for the front application can show them again.
+        std::function<void()> arranged;
     };
 
     // Sets of rule keys, in a stable order.
@@ -90,9 +94,20 @@ public:
     bool isExpanded() const { return isExpanded_; }
     // Shows (true) or hides (false) the hidden zone; the always-hidden zone is left as it is.
     void setExpanded(bool expanded);
+    // The user's own request (the toggle, the menu, the hot key): see requestExpanded.
     void toggle();
     // Shows or hides both zones.
     void setAllRevealed(bool revealed);
+
+    // A user's request to show or hide the hidden zone (hot key, hover, click). While layout
+    // work is queued or running the bar is that work's: collapsing it under a drag would push
+    // the items being moved off the screen. The request then waits and is applied once the
+    // queue is idle; of several, the last one wins (a toggle counts from the one before it).
+    void requestExpanded(bool expanded);
+    // True while a layout job is queued or running.
+    bool isLayoutBusy() const { return queuedJobs_ > 0; }
+    // True while one of our synthetic drags is under way: pointer events seen now are ours.
+    bool isMovingItems() const { return movesInFlight_ > 0; }
 
     // Appends `job` to the serial layout queue: it starts once every job submitted before has
     // finished. Nothing is dropped or cancelled. A queued job keeps the manager alive until it
@@ -127,6 +142,10 @@ public:
     // `fallbackWID` (0 for none).
     void enforce(std::optional<std::string> ruleKey, WindowID fallbackWID, MenuBarSection section);
 
+    // Checks every item's zone and repairs what is wrong: for items that appeared where no rule
+    // put them (a relaunched application, an application's second item, an untitled item).
+    void repairZones();
+
     // Steps of the jobs above, to be awaited from within a layout job
     // (ControlItemManager+Placement.cpp).
     Task<> place(std::optional<std::string> bundleID, WindowID fallbackWID, MenuBarSection section);
@@ -138,8 +157,23 @@ public:
     // The display under the pointer, as an index into `displays`.
     std::optional<std::size_t> cursorDisplayIndex(const std::vector<Rect>& displays) const;
     // Drags `item` to the `side` of `anchor` off the main thread; a drag that does not land is
-    // logged and otherwise ignored.
-    Task<> performMove(WindowID item, ItemMover::Side side, WindowID anchor);
+    // logged and otherwise ignored. True when it landed.
+    Task<bool> performMove(WindowID item, ItemMover::Side side, WindowID anchor);
+
+    // Checking the result (ControlItemManager+Repair.cpp). The zone the rules give an item of
+    // another application now, Auto resolved by the front application; none for items that are
+    // not ours to move (our own, and protected system items).
+    std::optional<MenuBarSection> zoneFor(const MenuBarItem& item,
+                                          const std::optional<std::string>& key) const;
+    // The items of the main display that are not in their zone, with the zone each belongs in.
+    struct Misplaced {
+        MenuBarItem item;
+        MenuBarSection zone = MenuBarSection::visible;
+        MenuBarSection current = MenuBarSection::visible;
+    };
+    std::vector<Misplaced> misplacedItems() const;
+    // Whether the control items stand in their order on the main display.
+    bool controlItemsInOrder() const;
 
 private:
     explicit ControlItemManager(Dependencies dependencies);
@@ -148,10 +182,28 @@ private:
     void updateAppearance();
     void assertMainThread() const;
 
-    static Task<> runAfter(TaskHandle previous, LayoutJob job);
+    static Task<> runAfter(TaskHandle previous, LayoutJob job,
+                           std::weak_ptr<ControlItemManager> self);
+    void layoutJobFinished();
 
     Task<> arrangeJob(RuleKeys hidden, RuleKeys alwaysHidden);
     Task<> orderControlItems();
+    Task<> orderSeparatorAndToggle();
+    void restoreBar(bool wasExpanded, bool wasAllRevealed);
+    // Moves one window into `section` by the anchors of its display.
+    Task<> placeWindow(WindowID window, std::size_t displayIndex, MenuBarSection section);
+    // Every window of the item named by `key` other than `placed`, on any display.
+    std::vector<Resolved> otherWindowsOf(const std::string& key, WindowID placed) const;
+    // Repairs (ControlItemManager+Repair.cpp).
+    Task<> moveCaughtItemsOut();
+    Task<> placeInHiddenZone(WindowID window);
+    Task<> repairItem(const Misplaced& misplaced);
+    Task<bool> checkAndRepair();
+    Task<> repairJob();
+    void scheduleRepairRetry();
+    static Task<> retryRepairAfterDelay(Scheduler& scheduler,
+                                        std::weak_ptr<ControlItemManager> self);
+    std::map<WindowID, std::string> windowsNamedByRules() const;
     Task<> newlyVisibleJob(std::vector<MenuBarItem> items);
     Task<> enforceJob(std::optional<std::string> ruleKey, WindowID fallbackWID,
                       MenuBarSection section);
@@ -164,8 +216,17 @@ private:
     std::shared_ptr<StatusItem> separatorItem_;
     std::shared_ptr<StatusItem> toggleItem_;
     bool isExpanded_ = true;
+    // Whether the always-hidden zone is shown too.
+    bool isAllRevealed_ = true;
     // The tail of the layout queue.
     TaskHandle layoutTask_;
+    int queuedJobs_ = 0;
+    int movesInFlight_ = 0;
+    // A user's request that waits for the layout queue to be idle.
+    std::optional<bool> pendingExpanded_;
+    // Repairs tried again later, in a row, since the last time every item was in its zone.
+    int repairRetries_ = 0;
+    TaskHandle retryTask_;
 };
 
 } // namespace quillet

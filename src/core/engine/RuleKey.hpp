@@ -5,6 +5,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace quillet {
 
@@ -16,5 +17,13 @@ std::optional<std::string> ruleKey(const MenuBarItem& item);
 // The section the rules give the item with `key`; an item without a rule (or without a key) is
 // visible.
 MenuBarSection ruledSection(const SectionRules& rules, const std::optional<std::string>& key);
+
+// Whether `key` names this item window: "sys:" keys by the window name, others by the bundle
+// identifier.
+bool isNamedBy(const MenuBarItem& item, std::string_view key);
+
+// Whether the rule keyed `key` is about the application `bundleID`: the same identifier, or one
+// of them an application and the other a helper of it ("<app>.<something>").
+bool appliesToApplication(std::string_view key, std::string_view bundleID);
 
 } // namespace quillet

@@ -1,0 +1,240 @@
+// Checking where the drags really landed, and repairing what they left in the wrong zone.
+//
+// A drag's own landing test only asks whether the item is past its anchor, and a drop can land
+// an item further than aimed (how far depends on how the menu bar drops a dragged item, which
+// is not known for sure): at a zone border that is the wrong zone. So the layout jobs end by
+// reading every item's place again and repairing what is wrong, in a bounded number of drags.
+
+#include "core/engine/ControlItemManager.hpp"
+
+#include "core/engine/RuleKey.hpp"
+#include "core/menubar/SystemItemCatalog.hpp"
+#include "core/ports/InputInjector.hpp"
+#include "core/ports/LogSink.hpp"
+#include "core/ports/Workspace.hpp"
+#include "core/prefs/AppPreferences.hpp"
+
+#include <chrono>
+#include <string>
+
+namespace quillet {
+
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr Duration kSettleAfterResizing = 150ms;
+constexpr Duration kSettleBeforeRepairing = 160ms;
+// A bar still wrong after a repair is tried again this much later, a few times in a row: what
+// spoiled it (an application quitting mid-drag, a user dragging) is usually over by then.
+constexpr Duration kRepairRetryDelay = 2000ms;
+constexpr int kMaxRepairRetries = 3;
+// While the user holds the mouse button no drag can be made; wait for it, but not for ever.
+constexpr Duration kButtonPoll = 500ms;
+constexpr int kMaxButtonPolls = 120;
+
+MenuBarSection zoneAt(const Rect& item, const Rect& alwaysSeparator, const Rect& separator) {
+    if (item.midX() < alwaysSeparator.midX()) {
+        return MenuBarSection::alwaysHidden;
+    }
+    return item.midX() < separator.midX() ? MenuBarSection::hidden : MenuBarSection::visible;
+}
+
+} // namespace
+
+std::optional<MenuBarSection>
+ControlItemManager::zoneFor(const MenuBarItem& item, const std::optional<std::string>& key) const {
+    // Our spacers stay where the user put them; the control items are checked by their order.
+    if (item.isOwnControlItem) {
+        return std::nullopt;
+    }
+    auto zone = ruledSection(deps_.preferences.sectionByBundleID(), key);
+    if (zone == MenuBarSection::dynamic) {
+        const auto front = deps_.workspace.frontmostBundleID();
+        zone = front && appliesToApplication(*key, *front) ? MenuBarSection::visible
+                                                           : MenuBarSection::hidden;
+    }
+    // Protected system items stay where they are, as placing them would refuse to move them.
+    auto info = key ? SystemItemCatalog::info(*key) : std::nullopt;
+    if (!info) {
+        info = item.systemInfo;
+    }
+    if (info && (!info->movable || (!info->hideable && zone != MenuBarSection::visible))) {
+        return std::nullopt;
+    }
+    return zone;
+}
+
+// Items the window list cannot name (an untitled window of an application) can still be the
+// one that a rule's application reports: the same resolution as placing them.
+std::map<WindowID, std::string> ControlItemManager::windowsNamedByRules() const {
+    std::map<WindowID, std::string> named;
+    for (const auto& [key, section] : deps_.preferences.sectionByBundleID()) {
+        if (auto resolved = resolve(key, 0)) {
+            named.emplace(resolved->windowID, key);
+        }
+    }
+    return named;
+}
+
+std::vector<ControlItemManager::Misplaced> ControlItemManager::misplacedItems() const {
+    const auto alwaysSeparator = ownItem(kAlwaysSeparatorName);
+    const auto separator = ownItem(kSeparatorName);
+    if (!alwaysSeparator || !separator) {
+        return {};
+    }
+    const auto named = windowsNamedByRules();
+    std::vector<Misplaced> misplaced;
+    for (MenuBarItem& item : enumerator_.mainDisplayItems(deps_.ownPID)) {
+        auto key = ruleKey(item);
+        if (auto found = named.find(item.windowID); !key && found != named.end()) {
+            key = found->second;
+        }
+        const auto zone = zoneFor(item, key);
+        const auto current = zoneAt(item.frame, alwaysSeparator->frame, separator->frame);
+        if (zone && *zone != current) {
+            misplaced.push_back({std::move(item), *zone, current});
+        }
+    }
+    return misplaced;
+}
+
+bool ControlItemManager::controlItemsInOrder() const {
+    const auto alwaysSeparator = ownItem(kAlwaysSeparatorName);
+    const auto separator = ownItem(kSeparatorName);
+    const auto toggleWindow = ownItem(kToggleName);
+    // Missing items cannot be ordered; there is nothing to repair then.
+    return !alwaysSeparator || !separator || !toggleWindow ||
+           (alwaysSeparator->frame.minX() < separator->frame.minX() &&
+            separator->frame.minX() < toggleWindow->frame.minX());
+}
+
+// Ordering the control items drags the separators past their neighbours; an item it leaves
+// between them that belongs in view goes back now, before the rules are applied around it.
+Task<> ControlItemManager::moveCaughtItemsOut() {
+    const auto separator = ownItem(kSeparatorName);
+    if (!separator) {
+        co_return;
+    }
+    for (const Misplaced& misplaced : misplacedItems()) {
+        if (misplaced.current == MenuBarSection::hidden &&
+            misplaced.zone == MenuBarSection::visible) {
+            co_await performMove(misplaced.item.windowID, ItemMover::Side::right,
+                                 separator->windowID);
+        }
+    }
+}
+
+// Dropped left of the separator, an item can overshoot a narrow always-separator into the
+// always-hidden zone. Stretched to its hiding length the always-separator is wider than any
+// overshoot, and whatever lies left of it is out of the way, so the drop stays between the two.
+Task<> ControlItemManager::placeInHiddenZone(WindowID window) {
+    const auto separator = ownItem(kSeparatorName);
+    if (!separator) {
+        co_return;
+    }
+    alwaysSeparatorItem_->setLength(kHidingLength);
+    co_await sleep(deps_.scheduler, kSettleAfterResizing);
+    co_await performMove(window, ItemMover::Side::left, separator->windowID);
+    alwaysSeparatorItem_->setLength(kVariableStatusItemLength);
+    co_await sleep(deps_.scheduler, kSettleAfterResizing);
+}
+
+// At most two drags: one out of the always-hidden zone, which is off the screen while the
+// always-separator is stretched, and one into the hidden zone.
+Task<> ControlItemManager::repairItem(const Misplaced& misplaced) {
+    const auto alwaysSeparator = ownItem(kAlwaysSeparatorName);
+    const auto separator = ownItem(kSeparatorName);
+    if (!alwaysSeparator || !separator) {
+        co_return;
+    }
+    const WindowID window = misplaced.item.windowID;
+    switch (misplaced.zone) {
+    case MenuBarSection::visible:
+        co_await performMove(window, ItemMover::Side::right, separator->windowID);
+        break;
+    case MenuBarSection::alwaysHidden:
+        co_await performMove(window, ItemMover::Side::left, alwaysSeparator->windowID);
+        break;
+    case MenuBarSection::hidden:
+    case MenuBarSection::dynamic: {
+        auto where = [&]() -> std::optional<MenuBarSection> {
+            const auto item = frameOf(window);
+            const auto border = frameOf(alwaysSeparator->windowID);
+            const auto edge = frameOf(separator->windowID);
+            return item && border && edge ? std::optional(zoneAt(*item, *border, *edge))
+                                          : std::nullopt;
+        };
+        if (where() == MenuBarSection::alwaysHidden) {
+            co_await performMove(window, ItemMover::Side::right, alwaysSeparator->windowID);
+        }
+        if (where() == MenuBarSection::visible) {
+            co_await placeInHiddenZone(window);
+        }
+        break;
+    }
+    }
+}
+
+void ControlItemManager::repairZones() {
+    enqueueLayout([self = shared_from_this()] { return self->repairJob(); });
+}
+
+Task<bool> ControlItemManager::checkAndRepair() {
+    if (!controlItemsInOrder()) {
+        co_await orderSeparatorAndToggle();
+    }
+    // One round: each item found misplaced is repaired once, from a fresh reading of the bar.
+    for (const Misplaced& misplaced : misplacedItems()) {
+        co_await repairItem(misplaced);
+    }
+    const auto left = misplacedItems().size() + (controlItemsInOrder() ? 0 : 1);
+    if (left == 0) {
+        repairRetries_ = 0;
+        co_return true;
+    }
+    if (repairRetries_ == kMaxRepairRetries) {
+        repairRetries_ = 0;
+        deps_.log.log("Quillet: " + std::to_string(left) +
+                      " menu bar items could not be put into their zones");
+        co_return false;
+    }
+    scheduleRepairRetry();
+    co_return false;
+}
+
+void ControlItemManager::scheduleRepairRetry() {
+    if (retryTask_ && !retryTask_.isDone()) {
+        return;
+    }
+    ++repairRetries_;
+    retryTask_ = TaskHandle::spawn(deps_.scheduler,
+                                   retryRepairAfterDelay(deps_.scheduler, weak_from_this()));
+}
+
+Task<> ControlItemManager::retryRepairAfterDelay(Scheduler& scheduler,
+                                                 std::weak_ptr<ControlItemManager> self) {
+    co_await sleep(scheduler, kRepairRetryDelay);
+    for (int polls = 0; polls < kMaxButtonPolls; ++polls) {
+        auto manager = self.lock();
+        if (!manager || !manager->deps_.input.isLeftButtonDown()) {
+            break;
+        }
+        manager.reset();
+        co_await sleep(scheduler, kButtonPoll);
+    }
+    if (auto manager = self.lock()) {
+        manager->repairZones();
+    }
+}
+
+Task<> ControlItemManager::repairJob() {
+    const bool wasExpanded = isExpanded_;
+    const bool wasAllRevealed = isAllRevealed_;
+    setAllRevealed(true);
+    co_await sleep(deps_.scheduler, kSettleBeforeRepairing);
+    co_await checkAndRepair();
+    restoreBar(wasExpanded, wasAllRevealed);
+}
+
+} // namespace quillet
