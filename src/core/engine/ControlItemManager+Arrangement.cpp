@@ -5,6 +5,7 @@
 #include "core/engine/RuleKey.hpp"
 #include "core/engine/VisibleItemEnforcer.hpp"
 #include "core/ports/LogSink.hpp"
+#include "core/ports/Workspace.hpp"
 #include "core/prefs/AppPreferences.hpp"
 
 #include <algorithm>
@@ -67,7 +68,7 @@ Task<> ControlItemManager::arrangeJob(RuleKeys hidden, RuleKeys alwaysHidden) {
     // A key in both sets was placed always-hidden above, and stays there.
     for (const std::string& key : hidden) {
         if (!alwaysHidden.contains(key)) {
-            co_await place(key, 0, MenuBarSection::hidden);
+            co_await place(key, 0, hiddenOrInFront(key));
         }
     }
     co_await placeMisplacedVisibleItems();
@@ -135,6 +136,17 @@ void ControlItemManager::restoreBar(bool wasExpanded, bool wasAllRevealed) {
     if (wasExpanded && !wasAllRevealed) {
         setExpanded(true);
     }
+}
+
+// Auto items wait in the hidden zone, except those of the application in front: hiding them
+// only for the front application monitor to show them again right after would cost two drags
+// each, and leave them hidden if the monitor had shown them already.
+MenuBarSection ControlItemManager::hiddenOrInFront(const std::string& key) const {
+    const auto front = deps_.workspace.frontmostBundleID();
+    const bool shown =
+        ruledSection(deps_.preferences.sectionByBundleID(), key) == MenuBarSection::dynamic &&
+        front && appliesToApplication(key, *front);
+    return shown ? MenuBarSection::visible : MenuBarSection::hidden;
 }
 
 Task<> ControlItemManager::newlyVisibleJob(std::vector<MenuBarItem> items) {

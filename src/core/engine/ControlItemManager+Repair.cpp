@@ -11,7 +11,6 @@
 #include "core/menubar/SystemItemCatalog.hpp"
 #include "core/ports/InputInjector.hpp"
 #include "core/ports/LogSink.hpp"
-#include "core/ports/Workspace.hpp"
 #include "core/prefs/AppPreferences.hpp"
 
 #include <chrono>
@@ -50,9 +49,7 @@ ControlItemManager::zoneFor(const MenuBarItem& item, const std::optional<std::st
     }
     auto zone = ruledSection(deps_.preferences.sectionByBundleID(), key);
     if (zone == MenuBarSection::dynamic) {
-        const auto front = deps_.workspace.frontmostBundleID();
-        zone = front && appliesToApplication(*key, *front) ? MenuBarSection::visible
-                                                           : MenuBarSection::hidden;
+        zone = hiddenOrInFront(*key);
     }
     // Protected system items stay where they are, as placing them would refuse to move them.
     auto info = key ? SystemItemCatalog::info(*key) : std::nullopt;
@@ -66,10 +63,21 @@ ControlItemManager::zoneFor(const MenuBarItem& item, const std::optional<std::st
 }
 
 // Items the window list cannot name (an untitled window of an application) can still be the
-// one that a rule's application reports: the same resolution as placing them.
-std::map<WindowID, std::string> ControlItemManager::windowsNamedByRules() const {
+// one that a rule's application reports: the same resolution as placing them. Only rules that
+// name no listed window can be about such an item.
+std::map<WindowID, std::string>
+ControlItemManager::windowsNamedByRules(const std::vector<MenuBarItem>& items) const {
+    std::set<std::string> listed;
+    for (const MenuBarItem& item : items) {
+        if (auto key = ruleKey(item)) {
+            listed.insert(std::move(*key));
+        }
+    }
     std::map<WindowID, std::string> named;
     for (const auto& [key, section] : deps_.preferences.sectionByBundleID()) {
+        if (listed.contains(key)) {
+            continue;
+        }
         if (auto resolved = resolve(key, 0)) {
             named.emplace(resolved->windowID, key);
         }
@@ -77,36 +85,58 @@ std::map<WindowID, std::string> ControlItemManager::windowsNamedByRules() const 
     return named;
 }
 
+// The frames of our control items among the items of one reading of the bar.
+std::map<std::string_view, Rect>
+ControlItemManager::controlFrames(const std::vector<MenuBarItem>& items) {
+    std::map<std::string_view, Rect> frames;
+    for (const MenuBarItem& item : items) {
+        for (std::string_view name : {kAlwaysSeparatorName, kSeparatorName, kToggleName}) {
+            if (item.isOwnControlItem && item.windowName == name && !frames.contains(name)) {
+                frames.emplace(name, item.frame);
+            }
+        }
+    }
+    return frames;
+}
+
+// One reading of the bar serves the whole check: it runs after every layout job.
 std::vector<ControlItemManager::Misplaced> ControlItemManager::misplacedItems() const {
-    const auto alwaysSeparator = ownItem(kAlwaysSeparatorName);
-    const auto separator = ownItem(kSeparatorName);
-    if (!alwaysSeparator || !separator) {
+    const auto items = enumerator_.mainDisplayItems(deps_.ownPID);
+    const auto controls = controlFrames(items);
+    const auto border = controls.find(kAlwaysSeparatorName);
+    const auto separator = controls.find(kSeparatorName);
+    if (border == controls.end() || separator == controls.end()) {
         return {};
     }
-    const auto named = windowsNamedByRules();
+    std::optional<std::map<WindowID, std::string>> named;
     std::vector<Misplaced> misplaced;
-    for (MenuBarItem& item : enumerator_.mainDisplayItems(deps_.ownPID)) {
+    for (const MenuBarItem& item : items) {
         auto key = ruleKey(item);
-        if (auto found = named.find(item.windowID); !key && found != named.end()) {
-            key = found->second;
+        if (!key && !item.isOwnControlItem) {
+            if (!named) {
+                named = windowsNamedByRules(items);
+            }
+            if (auto found = named->find(item.windowID); found != named->end()) {
+                key = found->second;
+            }
         }
         const auto zone = zoneFor(item, key);
-        const auto current = zoneAt(item.frame, alwaysSeparator->frame, separator->frame);
+        const auto current = zoneAt(item.frame, border->second, separator->second);
         if (zone && *zone != current) {
-            misplaced.push_back({std::move(item), *zone, current});
+            misplaced.push_back({item, *zone, current});
         }
     }
     return misplaced;
 }
 
 bool ControlItemManager::controlItemsInOrder() const {
-    const auto alwaysSeparator = ownItem(kAlwaysSeparatorName);
-    const auto separator = ownItem(kSeparatorName);
-    const auto toggleWindow = ownItem(kToggleName);
+    const auto controls = controlFrames(enumerator_.mainDisplayItems(deps_.ownPID));
     // Missing items cannot be ordered; there is nothing to repair then.
-    return !alwaysSeparator || !separator || !toggleWindow ||
-           (alwaysSeparator->frame.minX() < separator->frame.minX() &&
-            separator->frame.minX() < toggleWindow->frame.minX());
+    if (controls.size() < 3) {
+        return true;
+    }
+    return controls.at(kAlwaysSeparatorName).minX() < controls.at(kSeparatorName).minX() &&
+           controls.at(kSeparatorName).minX() < controls.at(kToggleName).minX();
 }
 
 // Ordering the control items drags the separators past their neighbours; an item it leaves

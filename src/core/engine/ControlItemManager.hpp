@@ -189,6 +189,7 @@ private:
     Task<> arrangeJob(RuleKeys hidden, RuleKeys alwaysHidden);
     Task<> orderControlItems();
     Task<> orderSeparatorAndToggle();
+    MenuBarSection hiddenOrInFront(const std::string& key) const;
     void restoreBar(bool wasExpanded, bool wasAllRevealed);
     // Moves one window into `section` by the anchors of its display.
     Task<> placeWindow(WindowID window, std::size_t displayIndex, MenuBarSection section);
@@ -203,7 +204,9 @@ private:
     void scheduleRepairRetry();
     static Task<> retryRepairAfterDelay(Scheduler& scheduler,
                                         std::weak_ptr<ControlItemManager> self);
-    std::map<WindowID, std::string> windowsNamedByRules() const;
+    std::map<WindowID, std::string>
+    windowsNamedByRules(const std::vector<MenuBarItem>& items) const;
+    static std::map<std::string_view, Rect> controlFrames(const std::vector<MenuBarItem>& items);
     Task<> newlyVisibleJob(std::vector<MenuBarItem> items);
     Task<> enforceJob(std::optional<std::string> ruleKey, WindowID fallbackWID,
                       MenuBarSection section);
