@@ -19,9 +19,6 @@ namespace {
 
 // Lets the menu bar settle (after launch or a profile switch) before anything is measured.
 constexpr Duration kSettleBeforeArranging = 1000ms;
-// Lets the window server lay out the items that revealing brought back on screen.
-constexpr Duration kSettleAfterRevealing = 150ms;
-constexpr Duration kSettleBeforePlacing = 160ms;
 
 constexpr std::string_view kControlItemsMissing =
     "Quillet: not all control items found at arrange time — zone layout may be unestablished";

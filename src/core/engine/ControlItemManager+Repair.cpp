@@ -22,8 +22,6 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr Duration kSettleAfterResizing = 150ms;
-constexpr Duration kSettleBeforeRepairing = 160ms;
 // A bar still wrong after a repair is tried again this much later, a few times in a row: what
 // spoiled it (an application quitting mid-drag, a user dragging) is usually over by then.
 constexpr Duration kRepairRetryDelay = 2000ms;
@@ -164,10 +162,10 @@ Task<> ControlItemManager::placeInHiddenZone(WindowID window) {
         co_return;
     }
     alwaysSeparatorItem_->setLength(kHidingLength);
-    co_await sleep(deps_.scheduler, kSettleAfterResizing);
+    co_await sleep(deps_.scheduler, kSettleAfterRevealing);
     co_await performMove(window, ItemMover::Side::left, separator->windowID);
     alwaysSeparatorItem_->setLength(kVariableStatusItemLength);
-    co_await sleep(deps_.scheduler, kSettleAfterResizing);
+    co_await sleep(deps_.scheduler, kSettleAfterRevealing);
 }
 
 // At most two drags: one out of the always-hidden zone, which is off the screen while the
@@ -262,7 +260,7 @@ Task<> ControlItemManager::repairJob() {
     const bool wasExpanded = isExpanded_;
     const bool wasAllRevealed = isAllRevealed_;
     setAllRevealed(true);
-    co_await sleep(deps_.scheduler, kSettleBeforeRepairing);
+    co_await sleep(deps_.scheduler, kSettleBeforePlacing);
     co_await checkAndRepair();
     restoreBar(wasExpanded, wasAllRevealed);
 }

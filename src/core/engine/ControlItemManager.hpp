@@ -8,6 +8,7 @@
 #include "core/prefs/MenuBarSection.hpp"
 #include "core/support/Task.hpp"
 
+#include <chrono>
 #include <cstddef>
 #include <functional>
 #include <map>
@@ -176,6 +177,10 @@ public:
     bool controlItemsInOrder() const;
 
 private:
+    // Let the window server lay out the items that a change of length brought on or off screen.
+    static constexpr Duration kSettleAfterRevealing = std::chrono::milliseconds(150);
+    static constexpr Duration kSettleBeforePlacing = std::chrono::milliseconds(160);
+
     explicit ControlItemManager(Dependencies dependencies);
     void configureItems();
     void configureSeparator();
