@@ -261,6 +261,7 @@ WindowID SimulatedMac::addApplicationItem(const Application& app, std::string ti
     item.appName = app.name;
     item.title = std::move(title);
     item.length = width;
+    item.bundleID = app.bundleID;
     return bar_->add(std::move(item));
 }
 
@@ -345,6 +346,12 @@ void SimulatedMac::post(const EventSource&, const MouseEvent& event) {
     case MouseEventType::leftMouseUp:
         // The first release drops a lifted item; a second one finds nothing to drop.
         bar_->drop(event.location.x);
+        break;
+    case MouseEventType::mouseMoved:
+        // Monitors run on the main thread, which reads the pointer when it gets to them.
+        if (postedMoveHandler_) {
+            scheduler_ ? scheduler_->post(postedMoveHandler_) : postedMoveHandler_();
+        }
         break;
     default:
         break;

@@ -153,6 +153,8 @@ public:
     void activateApplication(const std::string& bundleID);
     // Window descriptions report a window's previous frame once after it moved.
     void setFramesLag(bool lag) { bar_->setFramesLag(lag); }
+    // How a Command-drag drops an item; see DropModel.
+    void setDropModel(DropModel model) { bar_->setDropModel(model); }
 
     // Reading the scene.
     std::optional<Rect> statusItemFrame(WindowID window) const { return bar_->frame(window); }
@@ -232,7 +234,13 @@ public:
     // Records the event, moves the pointer, and reconstructs Command-drags: a left-mouse-down
     // with the Command flag lifts the movable item that the window fields (51, else 91, else
     // 92) name, when the pointer is on the display; drags move it, the first release drops it.
+    // A posted mouse-moved event reaches the pointer monitors on the main thread, as the user's
+    // own moves do on a Mac.
     void post(const EventSource& source, const MouseEvent& event) override;
+    // Whoever delivers mouse-moved events to the monitors (the simulated pointer).
+    void setPostedMoveHandler(std::function<void()> handler) {
+        postedMoveHandler_ = std::move(handler);
+    }
     bool isLeftButtonDown() override { return input_->isLeftButtonHeld(); }
     void hideCursor() override { input_->hideCursor(); }
     void showCursor() override { input_->showCursor(); }
@@ -280,13 +288,14 @@ private:
     bool accessibility_ = true;
     std::set<Pid> hungApplications_;
     mutable Duration accessibilityWaited_{0};
-    VirtualScheduler* scheduler_ = nullptr;
     int screenRecordingRequests_ = 0;
     Point pointer_;
     // Held by pointer so that the items and happenings that refer to them survive a move of the
     // simulated Mac.
     std::shared_ptr<MenuBarModel> bar_ = std::make_shared<MenuBarModel>();
     std::unique_ptr<SimulatedInput> input_ = std::make_unique<SimulatedInput>();
+    VirtualScheduler* scheduler_ = nullptr;
+    std::function<void()> postedMoveHandler_;
     std::map<WindowID, std::weak_ptr<SimStatusItem>> statusItems_;
     bool eventSourceAvailable_ = true;
     bool pointerEventAvailable_ = true;

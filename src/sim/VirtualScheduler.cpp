@@ -3,6 +3,7 @@
 #include <cassert>
 #include <cstdio>
 #include <cstdlib>
+#include <utility>
 
 namespace quillet::sim {
 
@@ -21,16 +22,23 @@ void VirtualScheduler::postAfter(Duration delay, std::function<void()> job) {
 void VirtualScheduler::runInBackground(std::function<void()> work,
                                        std::function<void()> completion) {
     post([this, work = std::move(work), completion = std::move(completion)]() mutable {
-        inBackground_ = true;
+        // Work may start from a main-thread job that runs while other work pauses.
+        const bool outer = std::exchange(inBackground_, true);
         work();
-        inBackground_ = false;
+        inBackground_ = outer;
         post(std::move(completion));
     });
 }
 
+// The main thread does not wait for background work: whatever falls due while the work pauses
+// (a timer, a hot key press, a pointer move) runs then, between the work's steps.
 void VirtualScheduler::elapseInBackground(Duration span) {
     assert(inBackground_ && "only background work lets time pass while it runs");
-    now_ += span;
+    const Duration deadline = now_ + span;
+    inBackground_ = false;
+    drain(deadline);
+    inBackground_ = true;
+    now_ = std::max(now_, deadline);
 }
 
 bool VirtualScheduler::runNextDueBy(Duration deadline) {

@@ -11,7 +11,9 @@ namespace quillet::sim {
 
 // The simulated main thread and clock. Time moves only when the test or scenario moves it, and
 // jobs run in the order of their due time, then of posting. Background work runs at once, as
-// if on another thread; its pauses move the clock, and its completion is due when it ends.
+// if on another thread; its pauses move the clock, the main-thread jobs that fall due during a
+// pause run in it (as they would beside a real background thread), and its completion is due
+// when it ends.
 class VirtualScheduler : public Scheduler {
 public:
     Duration now() const override { return now_; }
@@ -27,7 +29,8 @@ public:
     // Runs the jobs due now.
     void runDue() { advance(Duration{0}); }
 
-    // Time passing inside background work (a pause between synthetic events).
+    // Time passing inside background work (a pause between synthetic events); main-thread jobs
+    // due meanwhile run.
     void elapseInBackground(Duration span);
     // The running job is stuck in a blocking call for `span` (on the main thread too): the clock
     // moves on and nothing else runs meanwhile; what fell due runs late.

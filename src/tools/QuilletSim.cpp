@@ -1,14 +1,5 @@
-// quillet-sim: runs Quillet's real core against a simulated Mac.
-//
-//   quillet-sim [--scenario FILE] [--settings FILE]    play a scenario with Quillet running and
-//                                                      print the menu bar after every step
-//   quillet-sim --nav-selftest [--scenario FILE]      launch Quillet with --nav-selftest on the
-//                                                      scenario's menu bar and print its verdict
-//   quillet-sim --open-settings [--tab=PANE] [--scenario FILE] [--settings FILE]
-//                                                     launch Quillet with --open-settings and
-//                                                     print the settings window
-//   quillet-sim --windows FILE --list-items [--raw]   print the item listing the app would print
-//   quillet-sim --windows FILE --dump-raw OUT          write the raw dump the app would write
+// quillet-sim: runs Quillet's real core against a simulated Mac. `quillet-sim --help` lists
+// its modes and options.
 #include "core/app/CommandLine.hpp"
 #include "core/app/MenuBarDebug.hpp"
 #include "core/menubar/ItemEnumerator.hpp"
@@ -23,18 +14,62 @@
 #include "sim/prefs/FileKeyValueStore.hpp"
 #include "sim/settings/SettingsLaunch.hpp"
 
+#include <algorithm>
+#include <array>
 #include <filesystem>
 #include <iostream>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace {
 
 using namespace quillet;
 
-constexpr const char* kUsage = "usage: quillet-sim --windows FILE --list-items [--raw]\n"
-                               "       quillet-sim --windows FILE --dump-raw OUT\n";
+constexpr const char* kUsage =
+    "usage: quillet-sim [--scenario FILE] [--settings FILE] [--drop-model MODEL] [--stats]\n"
+    "       quillet-sim --nav-selftest [--scenario FILE] [--settings FILE]\n"
+    "       quillet-sim --open-settings [--tab=PANE] [--scenario FILE] [--settings FILE]\n"
+    "       quillet-sim --windows FILE --list-items [--raw]\n"
+    "       quillet-sim --windows FILE --dump-raw OUT\n"
+    "       quillet-sim --help\n";
+
+constexpr const char* kHelp =
+    "Runs Quillet's real core against a simulated Mac.\n"
+    "\n"
+    "Modes:\n"
+    "  (default)            play a scenario with Quillet running: the menu bar after every\n"
+    "                       step, then once idle (a minute after the last step), and whether\n"
+    "                       every item is in the zone its rule gives\n"
+    "  --nav-selftest       launch Quillet with --nav-selftest on the scenario's menu bar and\n"
+    "                       print its verdict\n"
+    "  --open-settings [--tab=PANE]\n"
+    "                       launch Quillet with --open-settings on the scenario's menu bar and\n"
+    "                       print the settings window on PANE (general, items or permissions)\n"
+    "  --windows FILE --list-items [--raw]\n"
+    "                       print the item listing the app would print for a recorded window list\n"
+    "  --windows FILE --dump-raw OUT\n"
+    "                       write the raw dump the app would write for it\n"
+    "  --help               print this help\n"
+    "\n"
+    "Options of the scenario modes:\n"
+    "  --scenario FILE      the scenario to play (JSON); the built-in one without it\n"
+    "  --settings FILE      keep Quillet's user defaults in FILE between runs (it is rewritten)\n"
+    "  --drop-model MODEL   how a Command-drag drops an item: slotAtRelease (the default),\n"
+    "                       liveByPointer, liveByLeadingEdge, liveByWholeItem or\n"
+    "                       nearestGapAtRelease\n"
+    "  --stats              after the run, print the drags posted, the mover's attempts and\n"
+    "                       moves, how long the cursor was hidden and the timers still pending\n"
+    "                       once idle\n";
+
+constexpr std::array<std::pair<std::string_view, sim::DropModel>, 5> kDropModels{{
+    {"slotAtRelease", sim::DropModel::slotAtRelease},
+    {"liveByPointer", sim::DropModel::liveByPointer},
+    {"liveByLeadingEdge", sim::DropModel::liveByLeadingEdge},
+    {"liveByWholeItem", sim::DropModel::liveByWholeItem},
+    {"nearestGapAtRelease", sim::DropModel::nearestGapAtRelease},
+}};
 
 using sim::SimulatorCommandLine::value;
 
@@ -92,8 +127,22 @@ int playScenario(const std::vector<std::string>& arguments) {
         }
         return 0;
     }
-    sim::ScenarioPlayer player(std::move(*parsed.value), settings ? &*settings : nullptr);
-    player.play([](const std::string& line) { std::cout << line << "\n"; });
+    auto dropModel = sim::DropModel::slotAtRelease;
+    if (auto name = value(arguments, "--drop-model")) {
+        auto known = std::find_if(kDropModels.begin(), kDropModels.end(),
+                                  [&](const auto& model) { return model.first == *name; });
+        if (known == kDropModels.end()) {
+            return fail("unknown drop model " + *name + " (see --help)");
+        }
+        dropModel = known->second;
+    }
+    sim::ScenarioPlayer player(std::move(*parsed.value), settings ? &*settings : nullptr,
+                               dropModel);
+    const auto outcome = player.play([](const std::string& line) { std::cout << line << "\n"; });
+    for (const std::string& line :
+         sim::ScenarioPlayer::describe(outcome, CommandLine::hasFlag(arguments, "--stats"))) {
+        std::cout << line << "\n";
+    }
     return 0;
 }
 
@@ -130,6 +179,10 @@ int main(int argc, char** argv) {
     std::vector<std::string> arguments(argv, argv + argc);
     if (auto problem = sim::SimulatorCommandLine::problem(arguments)) {
         return fail(*problem);
+    }
+    if (CommandLine::hasFlag(arguments, "--help")) {
+        std::cout << kUsage << "\n" << kHelp;
+        return 0;
     }
     if (auto file = value(arguments, "--windows")) {
         return replayRecording(arguments, *file);

@@ -139,6 +139,12 @@ TEST_F(ControlItemsTest, MenuEntriesReachTheirActions) {
         toggle()->click(kRightUp);
         return toggle()->chooseMenuEntry(title);
     };
+    // New items appear at the left end, so the toggle, made last, starts left of its separators:
+    // hiding then would push the toggle itself off the bar. The arrangement puts them in order.
+    ASSERT_TRUE(choose("Hide Menu Bar Items"));
+    EXPECT_TRUE(manager->isExpanded());
+    manager->arrangeAndReapply({}, {});
+    scheduler.runUntilIdle();
     ASSERT_TRUE(choose("Hide Menu Bar Items"));
     EXPECT_FALSE(manager->isExpanded());
     ASSERT_TRUE(choose("Show Menu Bar Items"));

@@ -73,7 +73,8 @@ protected:
                                             .log = log,
                                             .ownPID = kOwnPID,
                                             .openSettings = [this] { ++settingsOpened; },
-                                            .startKeyboardNav = [this] { ++navigationsStarted; }});
+                                            .startKeyboardNav = [this] { ++navigationsStarted; },
+                                            .arranged = {}});
     }
 
     std::shared_ptr<sim::SimStatusItem> control(std::string_view name) const {

@@ -1,5 +1,8 @@
 #include "sim/SimulatedMac.hpp"
 
+#include <string>
+#include <vector>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -11,9 +14,8 @@ using ::testing::ElementsAre;
 
 // Right to left: clock 1425, Control Center 1392, battery 1350..1392, Dropbox 1320..1350,
 // Slack 1294..1320, our separator 1272..1294.
-class CommandDragTest : public ::testing::Test {
-protected:
-    CommandDragTest() {
+struct DragScene {
+    DragScene() {
         mac.setDisplays({makeRect(0, 0, 1512, 982)});
         mac.addControlCenterAndClock();
         battery = mac.addSystemItem("Battery", 42);
@@ -39,6 +41,8 @@ protected:
     WindowID dropbox = 0;
     WindowID slack = 0;
 };
+
+class CommandDragTest : public ::testing::Test, public DragScene {};
 
 TEST_F(CommandDragTest, ALiftedItemFollowsThePointerWhileTheOthersCloseItsGap) {
     post(MouseEventType::leftMouseDown, 1300, slack);
@@ -114,6 +118,69 @@ TEST_F(CommandDragTest, AWindowThatVanishesWhileLiftedIsNotDropped) {
         types.push_back(posted.event.type);
     }
     EXPECT_THAT(types, ElementsAre(MouseEventType::leftMouseDown, MouseEventType::leftMouseUp));
+}
+
+// Dropbox (1320..1350, grabbed at its centre) dragged in one move to x = 1290, over the left
+// edge of Slack: where it drops, and where Slack stands while Dropbox is lifted, under each model.
+TEST_F(CommandDragTest, EachDropModelDropsByItsOwnRule) {
+    struct Expectation {
+        sim::DropModel model;
+        double slackWhileLifted;
+        std::string dropped;
+    };
+    const std::vector<Expectation> expectations{
+        // The gap closes at once; the pointer is left of every item at release.
+        {sim::DropModel::slotAtRelease, 1324,
+         "[Dropbox] <separator> [Slack] [Battery] | [BentoBox] [Clock]"},
+        {sim::DropModel::nearestGapAtRelease, 1324,
+         "[Dropbox] <separator> [Slack] [Battery] | [BentoBox] [Clock]"},
+        // The gap stays until the pointer moves it: past Slack's middle, not the separator's.
+        {sim::DropModel::liveByPointer, 1294,
+         "<separator> [Dropbox] [Slack] [Battery] | [BentoBox] [Clock]"},
+        // The dragged item's left edge (1275) has crossed both middles.
+        {sim::DropModel::liveByLeadingEdge, 1294,
+         "[Dropbox] <separator> [Slack] [Battery] | [BentoBox] [Clock]"},
+        // ... but passed only all of Slack.
+        {sim::DropModel::liveByWholeItem, 1294,
+         "<separator> [Dropbox] [Slack] [Battery] | [BentoBox] [Clock]"},
+    };
+    for (const auto& expected : expectations) {
+        DragScene scene;
+        scene.mac.setDropModel(expected.model);
+        scene.post(MouseEventType::leftMouseDown, 1335, scene.dropbox);
+        EXPECT_EQ(scene.minX(scene.slack), expected.slackWhileLifted);
+        scene.post(MouseEventType::leftMouseDragged, 1290, scene.dropbox);
+        scene.post(MouseEventType::leftMouseUp, 1290, scene.dropbox);
+        EXPECT_EQ(scene.mac.renderMenuBar(), expected.dropped) << static_cast<int>(expected.model);
+    }
+}
+
+// In a live model the neighbours make way while the item is dragged, the anchor included: a drop
+// aimed beside an anchor's old place may land elsewhere.
+TEST_F(CommandDragTest, InALiveModelTheNeighboursShiftDuringTheDrag) {
+    mac.setDropModel(sim::DropModel::liveByLeadingEdge);
+    post(MouseEventType::leftMouseDown, 1283, separatorWindow());
+    post(MouseEventType::leftMouseDragged, 1290, separatorWindow());
+    EXPECT_EQ(minX(slack), 1294); // the separator's right edge has not reached Slack's middle
+    post(MouseEventType::leftMouseDragged, 1310, separatorWindow());
+    EXPECT_EQ(minX(slack), 1272); // it has: Slack shifts into the separator's place
+    post(MouseEventType::leftMouseDragged, 1340, separatorWindow());
+    EXPECT_EQ(minX(dropbox), 1298);
+    post(MouseEventType::leftMouseUp, 1340, separatorWindow());
+    EXPECT_EQ(mac.renderMenuBar(), "[Slack] [Dropbox] <separator> [Battery] | [BentoBox] [Clock]");
+}
+
+// An application's item comes back where a Command-drag last left it; one never dragged comes
+// back at the left end.
+TEST_F(CommandDragTest, ARelaunchedApplicationsItemReturnsWhereItWasDropped) {
+    post(MouseEventType::leftMouseDown, 1307, slack);
+    post(MouseEventType::leftMouseUp, 1380, slack);
+    ASSERT_EQ(mac.renderMenuBar(), "<separator> [Dropbox] [Battery] [Slack] | [BentoBox] [Clock]");
+    mac.quitApplication(702);
+    mac.quitApplication(701);
+    mac.addApplicationItem({"com.getdropbox.dropbox", "Dropbox", 801}, "Item-0", 30);
+    mac.addApplicationItem({"com.tinyspeck.slackmacgap", "Slack", 802}, "Item-0", 26);
+    EXPECT_EQ(mac.renderMenuBar(), "[Dropbox] <separator> [Battery] [Slack] | [BentoBox] [Clock]");
 }
 
 } // namespace

@@ -14,8 +14,11 @@ namespace quillet {
 namespace {
 
 using ::testing::Contains;
+using ::testing::ElementsAre;
 using ::testing::HasSubstr;
+using ::testing::IsEmpty;
 using ::testing::Not;
+using ::testing::StartsWith;
 
 TEST(Scenario, RejectsMalformedScenariosWithOneLine) {
     const std::pair<const char*, const char*> cases[] = {
@@ -46,13 +49,18 @@ TEST(Scenario, RejectsMalformedScenariosWithOneLine) {
     }
 }
 
-std::vector<std::string> play(std::string_view text, KeyValueStore* settings = nullptr) {
+std::vector<std::string> play(std::string_view text, KeyValueStore* settings = nullptr,
+                              sim::ScenarioPlayer::Outcome* outcome = nullptr) {
     auto parsed = sim::parseScenario(text);
     EXPECT_TRUE(parsed.value) << parsed.error;
     std::vector<std::string> lines;
-    sim::ScenarioPlayer(std::move(*parsed.value), settings).play([&](const std::string& line) {
-        lines.push_back(line);
-    });
+    auto result =
+        sim::ScenarioPlayer(std::move(*parsed.value), settings).play([&](const std::string& line) {
+            lines.push_back(line);
+        });
+    if (outcome) {
+        *outcome = std::move(result);
+    }
     return lines;
 }
 
@@ -67,7 +75,7 @@ constexpr std::string_view kTwoApps = R"({
 
 TEST(ScenarioPlayer, PrintsTheBarAfterEveryStepWithTheLog) {
     auto lines = play(kTwoApps);
-    ASSERT_EQ(lines.size(), 1u + 3 * 2 + 1);
+    ASSERT_EQ(lines.size(), 1u + 3 * 2 + 1 + 2);
     EXPECT_THAT(lines[1], HasSubstr("1. launch  (t="));
     EXPECT_THAT(lines[2], HasSubstr("(Dropbox) <separator 10000> [Docker]"));
     EXPECT_EQ(lines[3], "    log: Quillet: refusing to hidden system item sys:Clock "
@@ -76,6 +84,8 @@ TEST(ScenarioPlayer, PrintsTheBarAfterEveryStepWithTheLog) {
     EXPECT_THAT(lines[5], HasSubstr("[Dropbox] <separator> [Docker]"));
     EXPECT_THAT(lines[7], HasSubstr("[Dropbox]"));
     EXPECT_THAT(lines[7], Not(HasSubstr("(Dropbox)")));
+    EXPECT_THAT(lines[8], HasSubstr("once idle  (t="));
+    EXPECT_EQ(lines[9], lines[7]);
 }
 
 TEST(ScenarioPlayer, ASecondRunWithTheSameSettingsStartsWhereTheFirstLeftOff) {
@@ -135,8 +145,13 @@ TEST(ScenarioPlayer, ARunKeepsEverythingTheUserSavedInTheSettingsFile) {
 TEST(ScenarioPlayer, TheBuiltInScenarioPlaysToItsEnd) {
     auto parsed = sim::parseScenario(sim::Scenario::builtIn());
     ASSERT_TRUE(parsed.value) << parsed.error;
-    auto lines = play(sim::Scenario::builtIn());
+    sim::ScenarioPlayer::Outcome outcome;
+    auto lines = play(sim::Scenario::builtIn(), nullptr, &outcome);
     EXPECT_THAT(lines, Contains(HasSubstr("switch to the Focus profile")));
+    EXPECT_THAT(outcome.zoneProblems, IsEmpty());
+    EXPECT_EQ(outcome.pendingOnceIdle, 0u);
+    EXPECT_THAT(sim::ScenarioPlayer::describe(outcome, true),
+                ElementsAre("zones: every item is in its zone", StartsWith("stats: ")));
 }
 
 } // namespace

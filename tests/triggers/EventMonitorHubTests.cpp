@@ -87,6 +87,35 @@ TEST_F(EventMonitorHubTest, WatchesOwnWindowsTooAndStartsOnce) {
     EXPECT_EQ(reveals, 1);
 }
 
+// Posted mouse-moved events reach the monitors like the user's own, on the main thread; while
+// the input is ours (a drag of the item mover), the hub looks away.
+TEST(EventMonitorHub, PostedMovesReachItAndOurOwnAreIgnored) {
+    sim::VirtualScheduler scheduler;
+    sim::SimulatedMac mac{scheduler};
+    mac.setDisplays({makeRect(0, 0, 1512, 982)});
+    sim::SimulatedPointer pointer{mac};
+    bool ours = false;
+    int reveals = 0;
+    EventMonitorHub hub{pointer, mac, scheduler, [&] { ++reveals; }, [] {}, [&] { return ours; }};
+    hub.start();
+    EventSource source;
+    auto post = [&](MouseEventType type, double y) {
+        mac.post(source, {type, {1200, y}, 0, {}}); // window-server coordinates
+        scheduler.runDue();
+    };
+    post(MouseEventType::leftMouseDragged, 10); // not a mouse-moved event
+    EXPECT_EQ(reveals, 0);
+    post(MouseEventType::mouseMoved, 10);
+    EXPECT_EQ(reveals, 1);
+    post(MouseEventType::mouseMoved, 500);
+    ours = true;
+    post(MouseEventType::mouseMoved, 10);
+    EXPECT_EQ(reveals, 1);
+    ours = false;
+    post(MouseEventType::mouseMoved, 10);
+    EXPECT_EQ(reveals, 2);
+}
+
 TEST(EventMonitorHub, WithoutScreensOrMonitorsNothingHappens) {
     sim::SimulatedMac mac;
     sim::SimulatedPointer pointer{mac};

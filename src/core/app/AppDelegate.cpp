@@ -65,34 +65,31 @@ void AppDelegate::applicationDidFinishLaunching() {
     ports.application.setActivationPolicy(ActivationPolicy::accessory);
     AppPreferences& preferences = services_.preferences();
 
-    controlManager = ControlItemManager::make({ports.scheduler, ports.statusBar, ports.windows,
-                                               ports.displays, ports.workspace, ports.accessibility,
-                                               ports.input, services_.launchAtLogin(), preferences,
-                                               services_.enforcer(), ports.log, services_.ownPID(),
-                                               hooks_.showSettings, hooks_.startKeyboardNav});
+    ActiveAppMonitor& monitor = services_.activeAppMonitor();
+    controlManager = ControlItemManager::make(
+        {ports.scheduler, ports.statusBar, ports.windows, ports.displays, ports.workspace,
+         ports.accessibility, ports.input, services_.launchAtLogin(), preferences,
+         services_.enforcer(), ports.log, services_.ownPID(), hooks_.showSettings,
+         hooks_.startKeyboardNav, [&monitor] { monitor.showAgainAfterArrangement(); }});
     services_.publish(controlManager);
     const std::weak_ptr<ControlItemManager> manager = controlManager;
 
     services_.updater();
 
-    eventHub = std::make_unique<EventMonitorHub>(ports.pointer, ports.displays, ports.scheduler,
-                                                 withManager(manager,
-                                                             [](auto& items) {
-                                                                 if (!items.isExpanded()) {
-                                                                     items.setExpanded(true);
-                                                                 }
-                                                             }),
-                                                 withManager(manager, [](auto& items) {
-                                                     if (items.isExpanded()) {
-                                                         items.setExpanded(false);
-                                                     }
-                                                 }));
+    // Requests rather than settings: while a layout job runs they wait for it (a request for
+    // the state the bar is in already changes nothing).
+    eventHub = std::make_unique<EventMonitorHub>(
+        ports.pointer, ports.displays, ports.scheduler,
+        withManager(manager, [](auto& items) { items.requestExpanded(true); }),
+        withManager(manager, [](auto& items) { items.requestExpanded(false); }), [manager] {
+            auto items = manager.lock();
+            return items && items->isMovingItems();
+        });
     cancellables.push_back(preferences.autoRehideChanges().subscribe(
         [hub = eventHub.get()](bool reveal) { reveal ? hub->start() : hub->stop(); }));
 
-    hotKey = std::make_unique<HotKeyManager>(ports.hotKeys, withManager(manager, [](auto& items) {
-                                                 items.setExpanded(!items.isExpanded());
-                                             }));
+    hotKey = std::make_unique<HotKeyManager>(
+        ports.hotKeys, withManager(manager, [](auto& items) { items.toggle(); }));
     cancellables.push_back(
         preferences.hotKeyChanges().subscribe([keys = hotKey.get()](HotKeyOption option) {
             keys->unregister();
@@ -102,7 +99,6 @@ void AppDelegate::applicationDidFinishLaunching() {
     cancellables.push_back(preferences.spacerCountChanges().subscribe(
         [&spacers = services_.spacers()](std::int64_t count) { spacers.setCount(count); }));
 
-    ActiveAppMonitor& monitor = services_.activeAppMonitor();
     monitor.start();
     cancellables.push_back(preferences.sectionByBundleIDChanges().subscribeToChanges(
         [&monitor](const SectionRules&) { monitor.refresh(); }));

@@ -5,6 +5,7 @@
 #include "core/engine/RuleKey.hpp"
 #include "core/engine/VisibleItemEnforcer.hpp"
 #include "core/ports/LogSink.hpp"
+#include "core/ports/Workspace.hpp"
 #include "core/prefs/AppPreferences.hpp"
 
 #include <algorithm>
@@ -18,9 +19,6 @@ namespace {
 
 // Lets the menu bar settle (after launch or a profile switch) before anything is measured.
 constexpr Duration kSettleBeforeArranging = 1000ms;
-// Lets the window server lay out the items that revealing brought back on screen.
-constexpr Duration kSettleAfterRevealing = 150ms;
-constexpr Duration kSettleBeforePlacing = 160ms;
 
 constexpr std::string_view kControlItemsMissing =
     "Quillet: not all control items found at arrange time — zone layout may be unestablished";
@@ -59,22 +57,31 @@ Task<> ControlItemManager::arrangeJob(RuleKeys hidden, RuleKeys alwaysHidden) {
     setAllRevealed(true);
     co_await sleep(deps_.scheduler, kSettleAfterRevealing);
     co_await orderControlItems();
+    // Ordering drags a separator past its neighbours, and a drop can land one item further than
+    // aimed: what that leaves between the separators goes back where it belongs first.
+    co_await moveCaughtItemsOut();
     for (const std::string& key : alwaysHidden) {
         co_await place(key, 0, MenuBarSection::alwaysHidden);
     }
     // A key in both sets was placed always-hidden above, and stays there.
     for (const std::string& key : hidden) {
         if (!alwaysHidden.contains(key)) {
-            co_await place(key, 0, MenuBarSection::hidden);
+            co_await place(key, 0, hiddenOrInFront(key));
         }
     }
     co_await placeMisplacedVisibleItems();
+    // The steps above trust each drag's own landing test, which only asks whether the item is
+    // past its anchor, not whether it went too far: one round checks every zone and repairs.
+    co_await checkAndRepair();
     // What is in the menu bar now has been placed; only later arrivals are new.
     deps_.enforcer.seedFromCurrentItems();
     const bool nothingToHide = hidden.empty() && alwaysHidden.empty();
     // Borders left out of order (moves not allowed, or not landed) would hide the toggle itself.
     setAllRevealed((nothingToHide && !deps_.preferences.collapseAtLaunch()) ||
                    !controlItemsInOrder());
+    if (deps_.arranged) {
+        deps_.arranged();
+    }
 }
 
 // Restores the order always-separator, separator, toggle, wherever the system put them.
@@ -105,6 +112,13 @@ Task<> ControlItemManager::orderControlItems() {
                                  leftmost->windowID);
         }
     }
+    co_await orderSeparatorAndToggle();
+}
+
+Task<> ControlItemManager::orderSeparatorAndToggle() {
+    const auto alwaysSeparator = ownItem(kAlwaysSeparatorName);
+    const auto separator = ownItem(kSeparatorName);
+    const auto toggleWindow = ownItem(kToggleName);
     // Each check reads the frames afresh: the move before it may have shifted both.
     auto isLeftOf = [this](const std::optional<MenuBarItem>& a,
                            const std::optional<MenuBarItem>& b) {
@@ -121,6 +135,25 @@ Task<> ControlItemManager::orderControlItems() {
     }
 }
 
+// The bar as it was before a job revealed everything.
+void ControlItemManager::restoreBar(bool wasExpanded, bool wasAllRevealed) {
+    setAllRevealed(wasAllRevealed);
+    if (wasExpanded && !wasAllRevealed) {
+        setExpanded(true);
+    }
+}
+
+// Auto items wait in the hidden zone, except those of the application in front: hiding them
+// only for the front application monitor to show them again right after would cost two drags
+// each, and leave them hidden if the monitor had shown them already.
+MenuBarSection ControlItemManager::hiddenOrInFront(const std::string& key) const {
+    const auto front = deps_.workspace.frontmostBundleID();
+    const bool shown =
+        ruledSection(deps_.preferences.sectionByBundleID(), key) == MenuBarSection::dynamic &&
+        front && appliesToApplication(key, *front);
+    return shown ? MenuBarSection::visible : MenuBarSection::hidden;
+}
+
 Task<> ControlItemManager::newlyVisibleJob(std::vector<MenuBarItem> items) {
     const bool wasExpanded = isExpanded_;
     setAllRevealed(true);
@@ -128,6 +161,9 @@ Task<> ControlItemManager::newlyVisibleJob(std::vector<MenuBarItem> items) {
     for (const MenuBarItem& item : items) {
         co_await place(ruleKey(item), item.windowID, MenuBarSection::visible);
     }
+    // The other new items (ruled ones, untitled ones, an application's second item) and any
+    // drop that went too far.
+    co_await checkAndRepair();
     // When the bar was open, the always-hidden zone stays revealed too until the next collapse.
     if (!wasExpanded) {
         setAllRevealed(!controlItemsInOrder());
@@ -141,6 +177,7 @@ Task<> ControlItemManager::enforceJob(std::optional<std::string> ruleKey, Window
     setAllRevealed(true);
     co_await sleep(deps_.scheduler, kSettleBeforePlacing);
     co_await place(std::move(ruleKey), fallbackWID, section);
+    co_await checkAndRepair();
     if (collapseAfterwards) {
         setAllRevealed(!controlItemsInOrder());
     }

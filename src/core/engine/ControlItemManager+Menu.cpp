@@ -45,7 +45,7 @@ void ControlItemManager::toggleButtonClicked(std::optional<ButtonEvent> event) {
         return;
     }
     // A plain click never reveals the always-hidden zone.
-    setExpanded(!isExpanded_);
+    toggle();
 }
 
 std::vector<MenuEntry> ControlItemManager::contextMenuEntries() const {

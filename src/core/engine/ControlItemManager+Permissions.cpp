@@ -54,12 +54,22 @@ ControlItemManager::ownItemByFrame(std::string_view name,
 }
 
 bool ControlItemManager::controlItemsInOrder() const {
-    const auto alwaysSeparator = ownItem(kAlwaysSeparatorName);
-    const auto separator = ownItem(kSeparatorName);
-    const auto toggleWindow = ownItem(kToggleName);
-    return alwaysSeparator && separator && toggleWindow &&
-           alwaysSeparator->frame.minX() < separator->frame.minX() &&
-           separator->frame.minX() < toggleWindow->frame.minX();
+    const auto controls = controlFrames(enumerator_.mainDisplayItems(deps_.ownPID));
+    // Missing items cannot be ordered; there is nothing to repair then.
+    if (controls.size() < 3) {
+        return true;
+    }
+    return controls.at(kAlwaysSeparatorName).minX() < controls.at(kSeparatorName).minX() &&
+           controls.at(kSeparatorName).minX() < controls.at(kToggleName).minX();
+}
+
+bool ControlItemManager::collapseKeepsToggle() const {
+    // The always-separator may be off the screen already; only these two matter here.
+    const auto controls = controlFrames(enumerator_.mainDisplayItems(deps_.ownPID));
+    const auto separator = controls.find(kSeparatorName);
+    const auto toggle = controls.find(kToggleName);
+    return separator == controls.end() || toggle == controls.end() ||
+           separator->second.minX() < toggle->second.minX();
 }
 
 void ControlItemManager::rearrangeAfterGrant() {

@@ -22,7 +22,6 @@ namespace {
 // be taken for the same item.
 constexpr double kAccessibilityMatchDistance = 16.0;
 constexpr int kMoveAttempts = 6;
-constexpr std::string_view kSystemRuleKeyPrefix = "sys:";
 
 std::string yesNo(bool value) {
     return value ? "true" : "false";
@@ -51,28 +50,39 @@ Task<> ControlItemManager::place(std::optional<std::string> bundleID, WindowID f
     if (!item) {
         co_return;
     }
-    const WindowID window = item->windowID;
+    co_await placeWindow(item->windowID, item->displayIndex, section);
+    // An application may show several items, and the rule is the application's: each of them
+    // goes where the first one went.
+    if (bundleID) {
+        for (const Resolved& other : otherWindowsOf(*bundleID, item->windowID)) {
+            co_await placeWindow(other.windowID, other.displayIndex, section);
+        }
+    }
+}
+
+Task<> ControlItemManager::placeWindow(WindowID window, std::size_t displayIndex,
+                                       MenuBarSection section) {
     switch (section) {
     case MenuBarSection::visible:
-        if (auto separator = controlWID(kSeparatorName, item->displayIndex)) {
+        if (auto separator = controlWID(kSeparatorName, displayIndex)) {
             co_await performMove(window, ItemMover::Side::right, *separator);
         }
         break;
     case MenuBarSection::alwaysHidden:
-        if (auto border = controlWID(kAlwaysSeparatorName, item->displayIndex)) {
+        if (auto border = controlWID(kAlwaysSeparatorName, displayIndex)) {
             co_await performMove(window, ItemMover::Side::left, *border);
         }
         break;
     case MenuBarSection::hidden:
     case MenuBarSection::dynamic: {
-        const auto separator = controlWID(kSeparatorName, item->displayIndex);
+        const auto separator = controlWID(kSeparatorName, displayIndex);
         if (!separator) {
             co_return;
         }
         co_await performMove(window, ItemMover::Side::left, *separator);
         // Dropped past the always-separator too (the hidden zone was empty): the border moves,
         // not the item, since dragging the item back right could overshoot the separator again.
-        const auto border = controlWID(kAlwaysSeparatorName, item->displayIndex);
+        const auto border = controlWID(kAlwaysSeparatorName, displayIndex);
         const auto itemFrame = frameOf(window);
         const auto borderFrame = border ? frameOf(*border) : std::nullopt;
         if (itemFrame && borderFrame && itemFrame->minX() <= borderFrame->minX()) {
@@ -142,13 +152,9 @@ ControlItemManager::resolve(const std::optional<std::string>& bundleID,
         }
 
         std::vector<const MenuBarItem*> candidates;
-        const std::string_view key = *bundleID;
         for (const MenuBarItem& item : raw) {
-            const bool matches = key.starts_with(kSystemRuleKeyPrefix)
-                                     ? item.windowName == key.substr(kSystemRuleKeyPrefix.size())
-                                     : item.bundleID == key;
             // A window on no display could not be given a border to cross anyway.
-            if (matches && displayOf(item)) {
+            if (isNamedBy(item, *bundleID) && displayOf(item)) {
                 candidates.push_back(&item);
             }
         }
@@ -177,6 +183,19 @@ ControlItemManager::resolve(const std::optional<std::string>& bundleID,
     return std::nullopt;
 }
 
+std::vector<ControlItemManager::Resolved>
+ControlItemManager::otherWindowsOf(const std::string& key, WindowID placed) const {
+    const auto displays = enumerator_.activeDisplayBounds();
+    std::vector<Resolved> others;
+    for (const MenuBarItem& item : enumerator_.rawItems(deps_.ownPID)) {
+        const auto display = displayIndexContaining(displays, item.frame.center());
+        if (item.windowID != placed && display && isNamedBy(item, key)) {
+            others.push_back({item.windowID, *display});
+        }
+    }
+    return others;
+}
+
 std::optional<WindowID> ControlItemManager::controlWID(std::string_view name,
                                                        std::size_t displayIndex) const {
     const auto displays = enumerator_.activeDisplayBounds();
@@ -200,20 +219,23 @@ ControlItemManager::cursorDisplayIndex(const std::vector<Rect>& displays) const 
     return pointer ? displayIndexContaining(displays, *pointer) : std::nullopt;
 }
 
-Task<> ControlItemManager::performMove(WindowID item, ItemMover::Side side, WindowID anchor) {
+Task<bool> ControlItemManager::performMove(WindowID item, ItemMover::Side side, WindowID anchor) {
     // Without the grant every attempt would be dropped behind a hidden cursor.
     if (!moveAccess_.allowsMoves()) {
-        co_return;
+        co_return false;
     }
     // The drag takes its time in sleeps between synthetic events; the main thread stays free.
+    ++movesInFlight_;
     const bool landed = co_await inBackground<bool>(deps_.scheduler, [this, item, side, anchor] {
         return ItemMover::move(deps_.input, deps_.windows, item, side, anchor, kMoveAttempts);
     });
+    --movesInFlight_;
     if (!landed) {
         deps_.log.log("Quillet: move of window " + std::to_string(item) + " " +
                       (side == ItemMover::Side::left ? "left" : "right") + " of " +
                       std::to_string(anchor) + " did not land");
     }
+    co_return landed;
 }
 
 std::optional<Rect> ControlItemManager::frameOf(WindowID window) const {

@@ -104,11 +104,21 @@ void ControlItemManager::setExpanded(bool expanded) {
 }
 
 void ControlItemManager::toggle() {
-    setExpanded(!isExpanded_);
+    requestExpanded(!pendingExpanded_.value_or(isExpanded_));
+}
+
+void ControlItemManager::requestExpanded(bool expanded) {
+    assertMainThread();
+    if (isLayoutBusy()) {
+        pendingExpanded_ = expanded;
+    } else if (expanded != isExpanded_ && (expanded || collapseKeepsToggle())) {
+        setExpanded(expanded);
+    }
 }
 
 void ControlItemManager::setAllRevealed(bool revealed) {
     setExpanded(revealed);
+    isAllRevealed_ = revealed;
     alwaysSeparatorItem_->setLength(revealed ? kVariableStatusItemLength : kHidingLength);
     showImage(*alwaysSeparatorItem_,
               revealed ? std::optional(controlSymbol("minus")) : std::nullopt);
@@ -116,14 +126,27 @@ void ControlItemManager::setAllRevealed(bool revealed) {
 
 void ControlItemManager::enqueueLayout(LayoutJob job) {
     assertMainThread();
-    layoutTask_ = TaskHandle::spawn(deps_.scheduler, runAfter(layoutTask_, std::move(job)));
+    ++queuedJobs_;
+    layoutTask_ =
+        TaskHandle::spawn(deps_.scheduler, runAfter(layoutTask_, std::move(job), weak_from_this()));
 }
 
 // Each job holds the handle of the one before it, so a job waiting in line stays alive even
 // though the manager keeps only the newest.
-Task<> ControlItemManager::runAfter(TaskHandle previous, LayoutJob job) {
+Task<> ControlItemManager::runAfter(TaskHandle previous, LayoutJob job,
+                                    std::weak_ptr<ControlItemManager> self) {
     co_await previous;
     co_await job();
+    if (auto manager = self.lock()) {
+        manager->layoutJobFinished();
+    }
+}
+
+void ControlItemManager::layoutJobFinished() {
+    --queuedJobs_;
+    if (queuedJobs_ == 0 && pendingExpanded_) {
+        requestExpanded(*std::exchange(pendingExpanded_, std::nullopt));
+    }
 }
 
 std::optional<MenuBarItem> ControlItemManager::ownItem(std::string_view autosaveName) const {

@@ -9,8 +9,10 @@
 #include "core/prefs/MenuBarSection.hpp"
 #include "core/support/Task.hpp"
 
+#include <chrono>
 #include <cstddef>
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <set>
@@ -61,6 +63,9 @@ public:
         // The settings window and keyboard navigation, supplied by the application's wiring.
         std::function<void()> openSettings;
         std::function<void()> startKeyboardNav;
+        // Told at the end of every full arrangement, which has put every Auto item in the
+        // hidden zone, so that whoever shows them for the front application can show them again.
+        std::function<void()> arranged;
     };
 
     // Sets of rule keys, in a stable order.
@@ -94,9 +99,22 @@ public:
     bool isExpanded() const { return isExpanded_; }
     // Shows (true) or hides (false) the hidden zone; the always-hidden zone is left as it is.
     void setExpanded(bool expanded);
+    // The user's own request (the toggle, the menu, the hot key): see requestExpanded.
     void toggle();
     // Shows or hides both zones.
     void setAllRevealed(bool revealed);
+
+    // A user's request to show or hide the hidden zone (hot key, hover, click). While layout
+    // work is queued or running the bar is that work's: collapsing it under a drag would push
+    // the items being moved off the screen. The request then waits and is applied once the
+    // queue is idle; of several, the last one wins (a toggle counts from the one before it).
+    // A collapse is refused while the separator stands right of the toggle (no Accessibility
+    // to put them in order yet): it would push the toggle itself off the bar.
+    void requestExpanded(bool expanded);
+    // True while a layout job is queued or running.
+    bool isLayoutBusy() const { return queuedJobs_ > 0; }
+    // True while one of our synthetic drags is under way: pointer events seen now are ours.
+    bool isMovingItems() const { return movesInFlight_ > 0; }
 
     // Appends `job` to the serial layout queue: it starts once every job submitted before has
     // finished. Nothing is dropped or cancelled. A queued job keeps the manager alive until it
@@ -131,6 +149,10 @@ public:
     // `fallbackWID` (0 for none).
     void enforce(std::optional<std::string> ruleKey, WindowID fallbackWID, MenuBarSection section);
 
+    // Checks every item's zone and repairs what is wrong: for items that appeared where no rule
+    // put them (a relaunched application, an application's second item, an untitled item).
+    void repairZones();
+
     // Steps of the jobs above, to be awaited from within a layout job
     // (ControlItemManager+Placement.cpp).
     Task<> place(std::optional<std::string> bundleID, WindowID fallbackWID, MenuBarSection section);
@@ -142,20 +164,61 @@ public:
     // The display under the pointer, as an index into `displays`.
     std::optional<std::size_t> cursorDisplayIndex(const std::vector<Rect>& displays) const;
     // Drags `item` to the `side` of `anchor` off the main thread; a drag that does not land is
-    // logged and otherwise ignored.
-    Task<> performMove(WindowID item, ItemMover::Side side, WindowID anchor);
+    // logged and otherwise ignored. True when it landed.
+    Task<bool> performMove(WindowID item, ItemMover::Side side, WindowID anchor);
+
+    // Checking the result (ControlItemManager+Repair.cpp). The zone the rules give an item of
+    // another application now, Auto resolved by the front application; none for items that are
+    // not ours to move (our own, and protected system items).
+    std::optional<MenuBarSection> zoneFor(const MenuBarItem& item,
+                                          const std::optional<std::string>& key) const;
+    // The items of the main display that are not in their zone, with the zone each belongs in.
+    struct Misplaced {
+        MenuBarItem item;
+        MenuBarSection zone = MenuBarSection::visible;
+        MenuBarSection current = MenuBarSection::visible;
+    };
+    std::vector<Misplaced> misplacedItems() const;
+    // Whether the control items stand in their order on the main display, always-separator,
+    // separator, toggle; true while any of them cannot be found, as nothing can be done then.
+    bool controlItemsInOrder() const;
 
 private:
+    // Let the window server lay out the items that a change of length brought on or off screen.
+    static constexpr Duration kSettleAfterRevealing = std::chrono::milliseconds(150);
+    static constexpr Duration kSettleBeforePlacing = std::chrono::milliseconds(160);
+
     explicit ControlItemManager(Dependencies dependencies);
     void configureItems();
     void configureSeparator();
     void updateAppearance();
     void assertMainThread() const;
 
-    static Task<> runAfter(TaskHandle previous, LayoutJob job);
+    static Task<> runAfter(TaskHandle previous, LayoutJob job,
+                           std::weak_ptr<ControlItemManager> self);
+    void layoutJobFinished();
 
     Task<> arrangeJob(RuleKeys hidden, RuleKeys alwaysHidden);
     Task<> orderControlItems();
+    Task<> orderSeparatorAndToggle();
+    MenuBarSection hiddenOrInFront(const std::string& key) const;
+    void restoreBar(bool wasExpanded, bool wasAllRevealed);
+    // Moves one window into `section` by the anchors of its display.
+    Task<> placeWindow(WindowID window, std::size_t displayIndex, MenuBarSection section);
+    // Every window of the item named by `key` other than `placed`, on any display.
+    std::vector<Resolved> otherWindowsOf(const std::string& key, WindowID placed) const;
+    // Repairs (ControlItemManager+Repair.cpp).
+    Task<> moveCaughtItemsOut();
+    Task<> placeInHiddenZone(WindowID window);
+    Task<> repairItem(const Misplaced& misplaced);
+    Task<bool> checkAndRepair();
+    Task<> repairJob();
+    void scheduleRepairRetry();
+    static Task<> retryRepairAfterDelay(Scheduler& scheduler,
+                                        std::weak_ptr<ControlItemManager> self);
+    std::map<WindowID, std::string>
+    windowsNamedByRules(const std::vector<MenuBarItem>& items) const;
+    std::map<std::string_view, Rect> controlFrames(const std::vector<MenuBarItem>& items) const;
     Task<> newlyVisibleJob(std::vector<MenuBarItem> items);
     Task<> enforceJob(std::optional<std::string> ruleKey, WindowID fallbackWID,
                       MenuBarSection section);
@@ -166,8 +229,9 @@ private:
     // the item, for when the window list gives our windows no titles.
     std::optional<MenuBarItem> ownItemByFrame(std::string_view name,
                                               const std::vector<MenuBarItem>& items) const;
-    // Whether the control items stand in their order, always-separator, separator, toggle.
-    bool controlItemsInOrder() const;
+    // Whether the separator at its hiding length leaves the toggle on the screen: false only
+    // when the separator is seen right of the toggle.
+    bool collapseKeepsToggle() const;
     // Runs the arrangement last asked for again, once moves have become possible.
     void rearrangeAfterGrant();
 
@@ -178,11 +242,20 @@ private:
     std::shared_ptr<StatusItem> separatorItem_;
     std::shared_ptr<StatusItem> toggleItem_;
     bool isExpanded_ = true;
+    // Whether the always-hidden zone is shown too.
+    bool isAllRevealed_ = true;
     // The tail of the layout queue.
     TaskHandle layoutTask_;
     // The rule keys of the latest full arrangement, hidden and always-hidden.
     std::optional<std::pair<RuleKeys, RuleKeys>> lastArrangement_;
     PostEventAccessWatch moveAccess_;
+    int queuedJobs_ = 0;
+    int movesInFlight_ = 0;
+    // A user's request that waits for the layout queue to be idle.
+    std::optional<bool> pendingExpanded_;
+    // Repairs tried again later, in a row, since the last time every item was in its zone.
+    int repairRetries_ = 0;
+    TaskHandle retryTask_;
 };
 
 } // namespace quillet

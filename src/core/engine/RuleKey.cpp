@@ -30,4 +30,23 @@ MenuBarSection ruledSection(const SectionRules& rules, const std::optional<std::
     return rule == rules.end() ? MenuBarSection::visible : rule->second;
 }
 
+bool isNamedBy(const MenuBarItem& item, std::string_view key) {
+    const std::string_view prefix = "sys:";
+    return key.starts_with(prefix) ? item.windowName == key.substr(prefix.size())
+                                   : item.bundleID == key;
+}
+
+namespace {
+
+bool extends(std::string_view longer, std::string_view shorter) {
+    return longer.size() > shorter.size() && longer.starts_with(shorter) &&
+           longer[shorter.size()] == '.';
+}
+
+} // namespace
+
+bool appliesToApplication(std::string_view key, std::string_view bundleID) {
+    return key == bundleID || extends(bundleID, key) || extends(key, bundleID);
+}
+
 } // namespace quillet

@@ -22,4 +22,12 @@ bool namesOwnItem(std::string_view key);
 // visible.
 MenuBarSection ruledSection(const SectionRules& rules, const std::optional<std::string>& key);
 
+// Whether `key` names this item window: "sys:" keys by the window name, others by the bundle
+// identifier.
+bool isNamedBy(const MenuBarItem& item, std::string_view key);
+
+// Whether the rule keyed `key` is about the application `bundleID`: the same identifier, or one
+// of them an application and the other a helper of it ("<app>.<something>").
+bool appliesToApplication(std::string_view key, std::string_view bundleID);
+
 } // namespace quillet

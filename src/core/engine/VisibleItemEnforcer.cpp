@@ -5,6 +5,7 @@
 #include "core/ports/Scheduler.hpp"
 #include "core/prefs/AppPreferences.hpp"
 
+#include <algorithm>
 #include <cassert>
 #include <utility>
 #include <vector>
@@ -41,9 +42,11 @@ void VisibleItemEnforcer::stop() {
 
 void VisibleItemEnforcer::seedFromCurrentItems() {
     knownKeys_.clear();
-    for (auto& [key, item] : currentItems()) {
+    auto current = currentItems();
+    for (auto& [key, item] : current.keyed) {
         knownKeys_.insert(std::move(key));
     }
+    knownWindows_ = std::move(current.windows);
     seeded_ = true;
 }
 
@@ -80,7 +83,8 @@ void VisibleItemEnforcer::promoteNewVisibleItems() {
     }
     std::vector<MenuBarItem> promoted;
     std::set<std::string> current;
-    for (auto& [key, item] : currentItems()) {
+    auto [keyed, windows] = currentItems();
+    for (auto& [key, item] : keyed) {
         current.insert(key);
         if (knownKeys_.contains(key)) {
             continue;
@@ -92,24 +96,39 @@ void VisibleItemEnforcer::promoteNewVisibleItems() {
     }
     // Keys that vanished are forgotten, so an application that quits and comes back is new again.
     knownKeys_ = std::move(current);
-    if (promoted.empty()) {
+    const bool newWindows = std::any_of(windows.begin(), windows.end(), [&](WindowID window) {
+        return !knownWindows_.contains(window);
+    });
+    knownWindows_ = std::move(windows);
+    auto manager = deps_.controlItemManager ? deps_.controlItemManager() : nullptr;
+    if (!manager) {
         return;
     }
-    if (auto manager = deps_.controlItemManager ? deps_.controlItemManager() : nullptr) {
+    // Showing the new items ends with a check of every zone, which places the other new items
+    // by their rules; without items to show, the check alone.
+    if (!promoted.empty()) {
         manager->showNewlyVisible(std::move(promoted));
+    } else if (newWindows) {
+        manager->repairZones();
     }
 }
 
-std::vector<std::pair<std::string, MenuBarItem>> VisibleItemEnforcer::currentItems() const {
-    std::vector<std::pair<std::string, MenuBarItem>> items;
-    std::set<std::string> keys;
-    for (auto& item : enumerator_.logicalItems(deps_.ownPID)) {
-        auto key = ruleKey(item);
-        if (key && keys.insert(*key).second) {
-            items.emplace_back(std::move(*key), std::move(item));
+VisibleItemEnforcer::Current VisibleItemEnforcer::currentItems() const {
+    Current current;
+    auto raw = enumerator_.rawItems(deps_.ownPID);
+    for (const MenuBarItem& item : raw) {
+        if (!item.isOwnControlItem) {
+            current.windows.insert(item.windowID);
         }
     }
-    return items;
+    std::set<std::string> keys;
+    for (auto& item : enumerator_.logicalItems(std::move(raw))) {
+        auto key = ruleKey(item);
+        if (key && keys.insert(*key).second) {
+            current.keyed.emplace_back(std::move(*key), std::move(item));
+        }
+    }
+    return current;
 }
 
 } // namespace quillet

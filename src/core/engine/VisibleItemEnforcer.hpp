@@ -62,18 +62,25 @@ public:
     // Starts a new series of scans, replacing a pending one.
     void scheduleScan();
     // Moves the items that were not there at the last scan or seeding into the visible zone,
-    // unless a rule places them elsewhere.
+    // unless a rule places them elsewhere; then they go into the zone of their rule.
     void promoteNewVisibleItems();
 
 private:
     static Task<> scanSeries(Scheduler& scheduler, WeakAnchor<VisibleItemEnforcer>::Ref self);
-    // The items in the menu bar now with their rule keys, leftmost first, one per key; items
-    // without a key cannot be ruled and are left alone.
-    std::vector<std::pair<std::string, MenuBarItem>> currentItems() const;
+    // The items in the menu bar now (read once) with their rule keys, leftmost first, one per
+    // key, and the windows of every item not ours.
+    struct Current {
+        std::vector<std::pair<std::string, MenuBarItem>> keyed;
+        std::set<WindowID> windows;
+    };
+    Current currentItems() const;
 
     Dependencies deps_;
     ItemEnumerator enumerator_;
     std::set<std::string> knownKeys_;
+    // Keys alone miss an application's second item, an untitled item and an application that
+    // quit and came back between two scans (its key never went away); its windows are new.
+    std::set<WindowID> knownWindows_;
     bool seeded_ = false;
     std::optional<Workspace::ObserverToken> observer_;
     TaskHandle scanTask_;

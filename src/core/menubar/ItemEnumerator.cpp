@@ -148,9 +148,13 @@ std::vector<Rect> ItemEnumerator::activeDisplayBounds() const {
 }
 
 std::vector<MenuBarItem> ItemEnumerator::logicalItems(Pid ownPID) const {
+    return logicalItems(rawItems(ownPID));
+}
+
+std::vector<MenuBarItem> ItemEnumerator::logicalItems(std::vector<MenuBarItem> raw) const {
     const auto displays = activeDisplayBounds();
     CandidateSet byKey;
-    for (auto& item : rawItems(ownPID)) {
+    for (auto& item : raw) {
         if (auto key = logicalKey(item)) {
             double distance = distanceFromRightEdge(item, displays);
             byKey.offer(*key, {std::move(item), distance});

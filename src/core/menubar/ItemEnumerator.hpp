@@ -27,6 +27,8 @@ public:
     std::vector<MenuBarItem> mainDisplayItems(Pid ownPID) const;
     // One item per application or named item, our own excluded, leftmost first.
     std::vector<MenuBarItem> logicalItems(Pid ownPID) const;
+    // The same of raw items read before.
+    std::vector<MenuBarItem> logicalItems(std::vector<MenuBarItem> raw) const;
     // Bounds of the active displays, in the window server's order.
     std::vector<Rect> activeDisplayBounds() const;
 

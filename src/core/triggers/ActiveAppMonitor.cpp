@@ -1,23 +1,15 @@
 #include "core/triggers/ActiveAppMonitor.hpp"
 
 #include "core/engine/ControlItemManager.hpp"
+#include "core/engine/RuleKey.hpp"
 #include "core/prefs/AppPreferences.hpp"
 
 #include <vector>
 
 namespace quillet {
 
-namespace {
-
-bool extends(std::string_view longer, std::string_view shorter) {
-    return longer.size() > shorter.size() && longer.starts_with(shorter) &&
-           longer[shorter.size()] == '.';
-}
-
-} // namespace
-
 bool ActiveAppMonitor::matches(std::string_view ruleKey, std::string_view frontmost) {
-    return ruleKey == frontmost || extends(frontmost, ruleKey) || extends(ruleKey, frontmost);
+    return appliesToApplication(ruleKey, frontmost);
 }
 
 void ActiveAppMonitor::start() {
@@ -37,6 +29,11 @@ void ActiveAppMonitor::stop() {
     if (auto token = std::exchange(observer_, std::nullopt)) {
         workspace_.removeObserver(*token);
     }
+}
+
+void ActiveAppMonitor::showAgainAfterArrangement() {
+    shown_.clear();
+    refresh();
 }
 
 void ActiveAppMonitor::refresh() {

@@ -36,6 +36,10 @@ public:
     // Shows the dynamic items of the frontmost application and hides those of the others.
     void refresh();
 
+    // A full arrangement has put every Auto item into the hidden zone, the front application's
+    // too: forgets what was shown and shows the front application's items again.
+    void showAgainAfterArrangement();
+
     // Rule keys whose items this monitor has shown and not yet hidden again.
     const std::set<std::string>& shown() const { return shown_; }
 

@@ -35,6 +35,9 @@ bool EventMonitorHub::hoverZoneContains(const Rect& screenFrame, double statusBa
 }
 
 void EventMonitorHub::handleMove() {
+    if (isOwnInput_ && isOwnInput_()) {
+        return;
+    }
     const Point pointer = displays_.pointerLocation();
     const auto screens = displays_.screens();
     auto screen = std::find_if(screens.begin(), screens.end(), [&](const Screen& candidate) {

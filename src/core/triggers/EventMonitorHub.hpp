@@ -19,10 +19,15 @@ class EventMonitorHub {
 public:
     static constexpr Duration kConcealDelay = std::chrono::milliseconds(500);
 
+    // `isOwnInput` says whether pointer events seen now are our own synthetic drags: they reach
+    // the monitors like the user's, and the pointer they place is warped back without an event,
+    // so a move seen then says nothing about where the user's pointer is.
     EventMonitorHub(PointerMonitor& monitors, const DisplayGeometry& displays, Scheduler& scheduler,
-                    std::function<void()> onReveal, std::function<void()> onConceal)
+                    std::function<void()> onReveal, std::function<void()> onConceal,
+                    std::function<bool()> isOwnInput = {})
         : monitorSource_(monitors), displays_(displays), scheduler_(scheduler),
-          onReveal_(std::move(onReveal)), onConceal_(std::move(onConceal)) {}
+          onReveal_(std::move(onReveal)), onConceal_(std::move(onConceal)),
+          isOwnInput_(std::move(isOwnInput)) {}
 
     // Idempotent.
     void start();
@@ -47,6 +52,7 @@ private:
     std::vector<PointerMonitor::Token> monitors_;
     std::function<void()> onReveal_;
     std::function<void()> onConceal_;
+    std::function<bool()> isOwnInput_;
     bool insideHoverZone_ = false;
     TaskHandle concealTask_;
     WeakAnchor<EventMonitorHub> anchor_{this};

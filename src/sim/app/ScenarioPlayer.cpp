@@ -2,6 +2,7 @@
 
 #include "core/prefs/AppPreferences.hpp"
 #include "sim/app/SimulatedQuillet.hpp"
+#include "sim/app/ZoneCheck.hpp"
 #include "sim/nav/NavigationSteps.hpp"
 #include "sim/settings/SettingsSteps.hpp"
 
@@ -56,18 +57,19 @@ std::string timestamp(Duration now) {
 
 } // namespace
 
-ScenarioPlayer::ScenarioPlayer(Scenario scenario, KeyValueStore* settings)
-    : scenario_(std::move(scenario)), settings_(settings) {}
+ScenarioPlayer::ScenarioPlayer(Scenario scenario, KeyValueStore* settings, DropModel dropModel)
+    : scenario_(std::move(scenario)), settings_(settings), dropModel_(dropModel) {}
 
 void ScenarioPlayer::stage(SimulatedQuillet& quillet, const Scenario& scenario) {
     setStage(quillet.world.mac, scenario);
     storeRules(quillet.services.preferences(), scenario);
 }
 
-void ScenarioPlayer::play(const Printer& print) {
+ScenarioPlayer::Outcome ScenarioPlayer::play(const Printer& print) {
     SimulatedQuillet quillet({"Quillet"}, settings_);
     SimulatedWorld& world = quillet.world;
     stage(quillet, scenario_);
+    world.mac.setDropModel(dropModel_);
     AppPreferences& preferences = quillet.services.preferences();
 
     const Rect display = world.mac.mainDisplayBounds();
@@ -119,10 +121,9 @@ void ScenarioPlayer::play(const Printer& print) {
                                         {{step.app->title, step.app->width}});
             break;
         case Scenario::Action::quitApp:
-            for (const auto& app : scenario_.apps) {
-                if (app.application.bundleID == step.argument) {
-                    world.mac.quitApplication(app.application.pid);
-                }
+            // Whether it was there from the start or launched by a step.
+            for (Pid pid : world.mac.runningProcesses(step.argument)) {
+                world.mac.quitApplication(pid);
             }
             break;
         case Scenario::Action::keyboardNav:
@@ -157,6 +158,52 @@ void ScenarioPlayer::play(const Printer& print) {
             print("    log: " + world.log.lines()[logged]);
         }
     }
+
+    world.scheduler.advance(kIdleWait);
+    print("once idle  (" + timestamp(world.scheduler.now()) + ")");
+    print("    " + world.mac.renderMenuBar());
+    for (; logged < world.log.lines().size(); ++logged) {
+        print("    log: " + world.log.lines()[logged]);
+    }
+    return outcome(world, preferences);
+}
+
+ScenarioPlayer::Outcome ScenarioPlayer::outcome(SimulatedWorld& world,
+                                                const AppPreferences& preferences) {
+    Outcome result;
+    result.zoneProblems = ZoneCheck::problems(world.mac.menuBar(), preferences.sectionByBundleID(),
+                                              world.mac.frontmostBundleID());
+    const auto& events = world.mac.input().events();
+    result.dragsPosted =
+        std::count_if(events.begin(), events.end(), [](const SimulatedInput::PostedEvent& posted) {
+            return posted.event.type == MouseEventType::leftMouseDown &&
+                   (posted.event.flags & EventFlags::command) != 0;
+        });
+    result.moves = world.mac.input().cursorHides();
+    result.cursorHidden = world.mac.input().cursorHiddenTime();
+    result.pendingOnceIdle = world.scheduler.pendingJobs();
+    return result;
+}
+
+std::vector<std::string> ScenarioPlayer::describe(const Outcome& outcome, bool withStats) {
+    std::vector<std::string> lines;
+    if (outcome.zoneProblems.empty()) {
+        lines.push_back("zones: every item is in its zone");
+    }
+    for (const std::string& problem : outcome.zoneProblems) {
+        lines.push_back("zones: " + problem);
+    }
+    if (withStats) {
+        char figures[160];
+        std::snprintf(figures, sizeof figures,
+                      "stats: %zu drags posted, %zu attempts in %d moves, cursor hidden %.2f s, "
+                      "%zu timers pending once idle",
+                      outcome.dragsPosted, outcome.dragsPosted, outcome.moves,
+                      std::chrono::duration<double>(outcome.cursorHidden).count(),
+                      outcome.pendingOnceIdle);
+        lines.emplace_back(figures);
+    }
+    return lines;
 }
 
 } // namespace quillet::sim

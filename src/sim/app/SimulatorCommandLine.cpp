@@ -10,8 +10,9 @@ namespace quillet::sim::SimulatorCommandLine {
 
 namespace {
 
-enum class Takes { nothing, file, optionalFile };
-enum class Mode { recording, scenario };
+enum class Takes { nothing, file, optionalFile, model };
+// --help goes with anything: it is answered before the rest is looked at.
+enum class Mode { recording, scenario, any };
 
 struct Option {
     std::string_view name;
@@ -22,7 +23,7 @@ struct Option {
 constexpr std::string_view kWindows = "--windows";
 
 // --dump-raw takes an optional file, as the app writes to the home directory without one.
-constexpr std::array<Option, 8> kOptions{{
+constexpr std::array<Option, 11> kOptions{{
     {kWindows, Takes::file, Mode::recording},
     {CommandLine::kListItems, Takes::nothing, Mode::recording},
     {CommandLine::kRaw, Takes::nothing, Mode::recording},
@@ -31,6 +32,9 @@ constexpr std::array<Option, 8> kOptions{{
     {"--settings", Takes::file, Mode::scenario},
     {CommandLine::kNavSelfTest, Takes::nothing, Mode::scenario},
     {CommandLine::kOpenSettings, Takes::nothing, Mode::scenario},
+    {"--drop-model", Takes::model, Mode::scenario},
+    {"--stats", Takes::nothing, Mode::scenario},
+    {"--help", Takes::nothing, Mode::any},
 }};
 
 // The app reads every --tab=PANE and the first one wins, so it may stand more than once.
@@ -69,8 +73,13 @@ std::optional<std::string> problem(const std::vector<std::string>& arguments) {
         if (option->takes == Takes::file && !hasValue) {
             return std::string(option->name) + " needs a file name";
         }
+        if (option->takes == Takes::model && !hasValue) {
+            return std::string(option->name) + " needs a model's name (see --help)";
+        }
         i += option->takes != Takes::nothing && hasValue ? 1 : 0;
-        (option->mode == Mode::recording ? recordingOption : scenarioOption) = option;
+        if (option->mode != Mode::any) {
+            (option->mode == Mode::recording ? recordingOption : scenarioOption) = option;
+        }
     }
     if (recordingOption && !given.contains(kWindows)) {
         return std::string(recordingOption->name) + " needs --windows FILE";

@@ -20,6 +20,10 @@ void MenuBarModel::setOwnProcess(Pid pid, std::string name) {
 WindowID MenuBarModel::add(Item item) {
     item.window = nextWindow_++;
     const WindowID window = item.window;
+    if (auto distance = rememberedDistance(positionKey(item)); distance && item.movable) {
+        insertNear(std::move(item), *distance);
+        return window;
+    }
     // Immovable items only ever join the fixed part, so it stays one run at the right end.
     auto at = item.movable ? items_.begin() : items_.begin() + static_cast<long>(fixedStart());
     items_.insert(at, std::move(item));
@@ -52,7 +56,7 @@ bool MenuBarModel::remove(WindowID window) {
     if (found == items_.end()) {
         return false;
     }
-    if (auto where = frame(window)) {
+    if (auto where = frame(window); where && found->kind == Kind::own) {
         remember(*found, *where);
     }
     items_.erase(found);
@@ -67,6 +71,7 @@ void MenuBarModel::removeProcess(Pid pid) {
             windows.push_back(each->window);
         }
     }
+    // The application's defaults keep where its items were dropped.
     for (WindowID window : windows) {
         remove(window);
     }
@@ -182,40 +187,6 @@ std::optional<double> MenuBarModel::rememberedDistance(const std::string& autosa
     return found == remembered_.end() ? std::nullopt : std::optional(found->second);
 }
 
-bool MenuBarModel::lift(WindowID window, Point pointer) {
-    auto found = find(window);
-    if (lifted_ || found == items_.end() || !found->movable || !display_.contains(pointer)) {
-        return false;
-    }
-    const Rect where = *frame(window);
-    lifted_ = Lifted{std::move(*found), pointer.x - where.minX(), where.minX()};
-    items_.erase(found);
-    return true;
-}
-
-void MenuBarModel::dragTo(double pointerX) {
-    if (lifted_) {
-        const double x = std::clamp(pointerX, display_.minX(), display_.maxX());
-        lifted_->x = x - lifted_->grabOffset;
-    }
-}
-
-void MenuBarModel::drop(double pointerX) {
-    if (!lifted_) {
-        return;
-    }
-    const double x = std::clamp(pointerX, display_.minX(), display_.maxX());
-    Item dropped = std::move(lifted_->item);
-    lifted_.reset();
-    const WindowID window = dropped.window;
-    items_.insert(items_.begin() + static_cast<long>(slotAt(x)), std::move(dropped));
-    remember(*find(window), *frame(window));
-}
-
-std::optional<WindowID> MenuBarModel::lifted() const {
-    return lifted_ ? std::optional(lifted_->item.window) : std::nullopt;
-}
-
 double MenuBarModel::width(const Item& each) const {
     if (each.kind != Kind::own || (std::isfinite(each.length) && each.length >= 0)) {
         return each.length;
@@ -226,7 +197,11 @@ double MenuBarModel::width(const Item& each) const {
 std::vector<Rect> MenuBarModel::layout() const {
     std::vector<Rect> frames(items_.size());
     double right = display_.maxX();
+    const auto gap = lifted_ ? lifted_->gap : std::nullopt;
     for (std::size_t i = items_.size(); i-- > 0;) {
+        if (gap && *gap == i + 1) {
+            right -= width(lifted_->item);
+        }
         const double itemWidth = width(items_[i]);
         frames[i] = makeRect(right - itemWidth, display_.minY(), itemWidth, thickness_);
         right -= itemWidth;
@@ -282,9 +257,15 @@ void MenuBarModel::insertNear(Item moving, double distance) {
 }
 
 void MenuBarModel::remember(const Item& each, const Rect& where) {
-    if (each.kind == Kind::own) {
-        remembered_[each.title] = display_.maxX() - where.maxX();
+    if (each.kind != Kind::system) {
+        remembered_[positionKey(each)] = display_.maxX() - where.maxX();
     }
+}
+
+// Our items are remembered by autosave name; an application's by its own defaults and the
+// item's autosave name, which is its title.
+std::string MenuBarModel::positionKey(const Item& each) {
+    return each.kind == Kind::own ? each.title : each.bundleID + "\n" + each.title;
 }
 
 std::string MenuBarModel::label(const Item& each) const {

@@ -22,6 +22,19 @@ void SimulatedInput::pause(std::chrono::microseconds length) {
     }
 }
 
+// Hides and shows nest: the cursor shows again at the last show.
+void SimulatedInput::hideCursor() {
+    if (cursorHides_++ == cursorShows_) {
+        hiddenSince_ = now();
+    }
+}
+
+void SimulatedInput::showCursor() {
+    if (++cursorShows_ == cursorHides_) {
+        cursorHidden_ += now() - hiddenSince_;
+    }
+}
+
 void SimulatedInput::at(Duration time, std::function<void()> happening) {
     happenings_.emplace(time, std::move(happening));
 }

@@ -41,14 +41,16 @@ public:
     void setLeftButtonHeld(bool held) { leftButtonHeld_ = held; }
     bool isLeftButtonHeld() const { return leftButtonHeld_; }
 
-    void hideCursor() { ++cursorHides_; }
-    void showCursor() { ++cursorShows_; }
+    void hideCursor();
+    void showCursor();
     void warp(Point location) { warps_.push_back(location); }
 
     const std::vector<PostedEvent>& events() const { return events_; }
     const std::vector<Pause>& pauses() const { return pauses_; }
     int cursorHides() const { return cursorHides_; }
     int cursorShows() const { return cursorShows_; }
+    // How long the cursor has been hidden in all, on the clock of the pauses.
+    Duration cursorHiddenTime() const { return cursorHidden_; }
     const std::vector<Point>& warps() const { return warps_; }
 
 private:
@@ -60,6 +62,8 @@ private:
     bool leftButtonHeld_ = false;
     int cursorHides_ = 0;
     int cursorShows_ = 0;
+    Duration hiddenSince_{0};
+    Duration cursorHidden_{0};
     std::vector<Point> warps_;
 };
 

@@ -4,6 +4,14 @@
 
 namespace quillet::sim {
 
+SimulatedPointer::SimulatedPointer(SimulatedMac& mac) : mac_(mac) {
+    mac_.setPostedMoveHandler([this] { deliverMove(); });
+}
+
+SimulatedPointer::~SimulatedPointer() {
+    mac_.setPostedMoveHandler(nullptr);
+}
+
 std::optional<PointerMonitor::Token> SimulatedPointer::add(bool global, std::uint64_t mask,
                                                            std::function<void()> handler) {
     if (refuse_) {
@@ -29,6 +37,10 @@ void SimulatedPointer::removeMonitor(Token token) {
 
 void SimulatedPointer::moveTo(Point location) {
     mac_.setPointerLocation(location);
+    deliverMove();
+}
+
+void SimulatedPointer::deliverMove() {
     std::vector<std::function<void()>> handlers;
     for (const auto& [token, monitor] : monitors_) {
         if (monitor.global != overOwnWindow_ && (monitor.mask & kMouseMovedEventMask) != 0) {

@@ -8,10 +8,14 @@
 namespace quillet::sim {
 
 // The pointer moving over the simulated Mac, and NSEvent's monitors that see it: global ones
-// while another application is under the pointer, local ones while our own window is.
+// while another application is under the pointer, local ones while our own window is. Mouse-moved
+// events posted through the Mac's input (our own drags) reach them too.
 class SimulatedPointer : public PointerMonitor {
 public:
-    explicit SimulatedPointer(SimulatedMac& mac) : mac_(mac) {}
+    explicit SimulatedPointer(SimulatedMac& mac);
+    ~SimulatedPointer() override;
+    SimulatedPointer(const SimulatedPointer&) = delete;
+    SimulatedPointer& operator=(const SimulatedPointer&) = delete;
 
     std::optional<Token> addGlobalMonitor(std::uint64_t eventMask,
                                           std::function<void()> handler) override;
@@ -32,6 +36,7 @@ private:
         std::function<void()> handler;
     };
     std::optional<Token> add(bool global, std::uint64_t mask, std::function<void()> handler);
+    void deliverMove();
 
     SimulatedMac& mac_;
     std::map<Token, Monitor> monitors_;
