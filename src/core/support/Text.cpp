@@ -100,7 +100,9 @@ std::string lowercased(std::string_view text) {
     while (at < text.size()) {
         const std::size_t start = at;
         const char32_t c = decode(text, at);
-        const char32_t lower = lowerCodePoint(c);
+        // A lone byte past ASCII is malformed, not a Latin-1 letter: "\xC3" is no "Ã" to fold.
+        const bool malformed = at - start == 1 && c >= 0x80;
+        const char32_t lower = malformed ? c : lowerCodePoint(c);
         if (lower == c) {
             out.append(text.substr(start, at - start)); // keeps malformed bytes as they were
         } else {
