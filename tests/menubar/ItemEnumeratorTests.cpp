@@ -1,9 +1,16 @@
-#include "core/app/BundleIdentity.hpp"
 #include "core/menubar/ItemEnumerator.hpp"
 #include "sim/SimulatedMac.hpp"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+#include <locale>
+#include <map>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace quillet {
 namespace {
@@ -44,114 +51,6 @@ protected:
     ItemEnumerator enumerator{mac, mac, mac};
 };
 
-TEST_F(ItemEnumeratorTest, KeepsOnlyWindowsOfMenuBarLayersAndSizes) {
-    auto add = [&](WindowID id, std::int64_t layer, double width, double height) {
-        auto window =
-            SimulatedMac::statusItemWindow(id, makeRect(100, 0, width, height), 1, "App", "Title");
-        window[WindowKey::layer] = {layer};
-        mac.addWindow(window);
-    };
-    add(1, 19, 30, 24);
-    add(2, 20, 30, 24);
-    add(3, 30, 30, 24);
-    add(4, 31, 30, 24);
-    add(5, 25, 30, 44.0);
-    add(6, 25, 30, 44.5);
-    add(7, 25, 600.0, 24);
-    add(8, 25, 600.5, 24);
-    add(9, 25, 0, 24);
-    EXPECT_THAT(ids(enumerator.rawItems(kOwnPID)), ElementsAre(2, 3, 5, 7));
-}
-
-TEST_F(ItemEnumeratorTest, SkipsWindowsWhoseLayerOrBoundsAreUnreadable) {
-    auto window = [&](WindowID id) {
-        return SimulatedMac::statusItemWindow(id, makeRect(100, 0, 30, 24), 1, "App", "Title");
-    };
-    auto stringLayer = window(1);
-    stringLayer[WindowKey::layer] = {std::string("25")};
-    auto fractionalLayer = window(2);
-    fractionalLayer[WindowKey::layer] = {25.5};
-    auto wholeDoubleLayer = window(3);
-    wholeDoubleLayer[WindowKey::layer] = {25.0};
-    auto noBounds = window(4);
-    noBounds[WindowKey::bounds] = {};
-    auto boundsWithoutHeight = window(5);
-    boundsWithoutHeight[WindowKey::bounds] = {
-        WindowValue::Dictionary{{"X", {1.0}}, {"Y", {0.0}}, {"Width", {30.0}}}};
-    auto textInBounds = window(6);
-    textInBounds[WindowKey::bounds] = {WindowValue::Dictionary{
-        {"X", {std::string("1")}}, {"Y", {0.0}}, {"Width", {30.0}}, {"Height", {24.0}}}};
-    auto boundsNotADictionary = window(7);
-    boundsNotADictionary[WindowKey::bounds] = {std::string("{{0, 0}, {30, 24}}")};
-    for (auto& w : {stringLayer, fractionalLayer, wholeDoubleLayer, noBounds, boundsWithoutHeight,
-                    textInBounds, boundsNotADictionary}) {
-        mac.addWindow(w);
-    }
-    EXPECT_THAT(ids(enumerator.rawItems(kOwnPID)), ElementsAre(3));
-}
-
-TEST_F(ItemEnumeratorTest, FillsDefaultsForMissingOrMistypedFields) {
-    auto window = SimulatedMac::statusItemWindow(0, makeRect(100, 0, 30, 24), 0, "", "");
-    window[WindowKey::ownerPID] = {std::string("1234")};
-    window[WindowKey::number] = {std::int64_t{-5}};
-    window[WindowKey::ownerName] = {};
-    mac.addWindow(window);
-    mac.addWindow(SimulatedMac::statusItemWindow(9, makeRect(200, 0, 30, 24), 1234, "", ""));
-
-    auto items = enumerator.rawItems(kOwnPID);
-    ASSERT_EQ(items.size(), 2u);
-    EXPECT_EQ(items[0].ownerPID, 0);
-    EXPECT_EQ(items[0].windowID, 0u);
-    EXPECT_EQ(items[0].ownerName, "");
-    EXPECT_FALSE(items[0].windowName);
-    EXPECT_EQ(items[0].displayLabel, "Unknown (pid 0)");
-    EXPECT_EQ(items[1].displayLabel, "Unknown (pid 1234)");
-}
-
-TEST_F(ItemEnumeratorTest, RecognisesOurOwnWindowsByProcessOrName) {
-    addItem(1, 300, "Something", "Quillet", kOwnPID);
-    addItem(2, 400, "quillet.separator", "Control Center");
-    addItem(3, 500, std::string(kBundleIdentifier), "Control Center");
-    addItem(4, 600, "quillet", "Control Center");
-    auto items = enumerator.rawItems(kOwnPID);
-    ASSERT_EQ(items.size(), 4u);
-    EXPECT_TRUE(items[0].isOwnControlItem);
-    EXPECT_TRUE(items[1].isOwnControlItem);
-    EXPECT_TRUE(items[2].isOwnControlItem);
-    EXPECT_FALSE(items[3].isOwnControlItem);
-    EXPECT_THAT(ids(enumerator.logicalItems(kOwnPID)), ElementsAre(4));
-}
-
-TEST_F(ItemEnumeratorTest, MainDisplayItemsRunLeftToRightAndKeepWindowOrderOnTies) {
-    mac.setDisplays({makeRect(0, 0, 1512, 982), makeRect(1512, 0, 1920, 1080)});
-    addItem(1, 1400, "Clock");
-    addItem(2, 1300, "Item-0");
-    addItem(3, 1700, "Battery");           // on the second display
-    addItem(4, 1300, "com.example.twin");  // same right edge as window 2
-    addItem(5, 1200, "quillet.separator"); // our own items are listed here too
-    EXPECT_THAT(ids(enumerator.mainDisplayItems(kOwnPID)), ElementsAre(5, 2, 4, 1));
-}
-
-TEST_F(ItemEnumeratorTest, LogicalItemsMergeOneApplicationsWindows) {
-    mac.installApplication("com.example.app", "/Applications/Example.app");
-    addItem(1, 1400, "com.example.app");
-    addItem(2, 1300, "com.example.app-statusItem");
-    addItem(3, 1200, "Item-0");
-    addItem(4, 1100, "Example", "Example"); // same label as the app, no bundle identifier
-    auto raw = enumerator.rawItems(kOwnPID);
-    EXPECT_EQ(raw.size(), 4u);
-    auto logical = enumerator.logicalItems(kOwnPID);
-    EXPECT_THAT(ids(logical), ElementsAre(1));
-    EXPECT_EQ(logical[0].displayLabel, "Example");
-}
-
-TEST_F(ItemEnumeratorTest, SameLabelPrefersTheItemWithABundleIdentifierWhicheverComesFirst) {
-    addItem(1, 1100, "Dropbox", "Dropbox");
-    addItem(2, 1400, "com.getdropbox.dropbox", "Control Center");
-    mac.installApplication("com.getdropbox.dropbox", "/Applications/Dropbox.app");
-    EXPECT_THAT(ids(enumerator.logicalItems(kOwnPID)), ElementsAre(2));
-}
-
 TEST_F(ItemEnumeratorTest, LogicalItemsSortByDistanceFromTheirDisplaysRightEdge) {
     mac.setDisplays({makeRect(0, 0, 1512, 982), makeRect(1512, 0, 1000, 900)});
     addItem(1, 1500, "Clock");   // 12 from the main display's edge
@@ -176,6 +75,59 @@ TEST_F(ItemEnumeratorTest, AnUnreadableWindowListYieldsNothing) {
     mac.setWindowListAvailable(false);
     EXPECT_TRUE(enumerator.rawItems(kOwnPID).empty());
     EXPECT_TRUE(enumerator.logicalItems(kOwnPID).empty());
+}
+
+// Lower case as the C library's UTF-8 locale knows it: an oracle that shares nothing with the
+// enumerator's own folding.
+std::optional<std::locale> unicodeLocale() {
+    for (const char* name : {"C.UTF-8", "en_US.UTF-8"}) {
+        try {
+            return std::locale(name);
+        } catch (const std::runtime_error&) {
+        }
+    }
+    return std::nullopt;
+}
+
+// UTF-8 of a character below U+0800, as every letter of the alphabets below is.
+std::string utf8(char32_t c) {
+    if (c < 0x80) {
+        return std::string(1, static_cast<char>(c));
+    }
+    return {static_cast<char>(0xC0 | (c >> 6)), static_cast<char>(0x80 | (c & 0x3F))};
+}
+
+TEST_F(ItemEnumeratorTest, NamesThatDifferOnlyInCaseListOnceInEveryAlphabet) {
+    const auto locale = unicodeLocale();
+    if (!locale) {
+        GTEST_SKIP() << "no UTF-8 locale to tell capitals from small letters";
+    }
+    const auto& oracle = std::use_facet<std::ctype<wchar_t>>(*locale);
+    // Every character of ASCII's letters, Latin-1, Latin Extended-A, modern Greek and Cyrillic,
+    // at both ends of a name: "À-À" and "à-à" are one item, "×-×" and "÷-÷" two.
+    std::map<std::string, std::string> foldedName;
+    WindowID id = 0;
+    for (auto [first, last] : {std::pair<char32_t, char32_t>{U'A', U'z'},
+                               {0xC0, 0x17F},
+                               {0x386, 0x3CE},
+                               {0x400, 0x45F}}) {
+        for (char32_t c = first; c <= last; ++c) {
+            const auto lower = static_cast<char32_t>(oracle.tolower(static_cast<wchar_t>(c)));
+            if (c >= 0x80 && lower < 0x80) {
+                continue; // "İ", whose small letter is an "i" with a combining dot
+            }
+            const std::string name = utf8(c) + "-" + utf8(c);
+            foldedName[name] = utf8(lower) + "-" + utf8(lower);
+            addItem(++id, 100, name, "Names", 600);
+        }
+    }
+    std::map<std::string, std::vector<std::string>> listed; // by the name in lower case
+    for (const MenuBarItem& item : enumerator.logicalItems(kOwnPID)) {
+        listed[foldedName.at(item.displayLabel)].push_back(item.displayLabel);
+    }
+    for (const auto& [name, folded] : foldedName) {
+        EXPECT_EQ(listed[folded].size(), 1u) << name << " lists as " << listed[folded].size();
+    }
 }
 
 // A display list that loses a display between the count and the list.

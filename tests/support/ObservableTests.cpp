@@ -98,6 +98,31 @@ TEST(Signal, NestedEmissionsAndLateSubscribersAreHandled) {
     EXPECT_EQ(heard, (std::vector<int>{3, 103}));
 }
 
+TEST(Signal, AnEmissionFromInsideOneReachesEveryoneAfterAnEarlierSubscriberLeft) {
+    Signal<int> signal;
+    std::vector<std::string> calls;
+    Subscription leaver;
+    leaver = signal.subscribe([&](const int& value) {
+        calls.push_back("leaver " + std::to_string(value));
+        leaver.cancel();
+    });
+    Subscription echo = signal.subscribe([&](const int& value) {
+        calls.push_back("echo " + std::to_string(value));
+        if (value == 1) {
+            signal.emit(2);
+        }
+    });
+    Subscription listener = signal.subscribe(
+        [&](const int& value) { calls.push_back("listener " + std::to_string(value)); });
+
+    signal.emit(1);
+    EXPECT_EQ(calls, (std::vector<std::string>{"leaver 1", "echo 1", "echo 2", "listener 2",
+                                               "listener 1"}));
+    calls.clear();
+    signal.emit(3);
+    EXPECT_EQ(calls, (std::vector<std::string>{"echo 3", "listener 3"}));
+}
+
 TEST(Signal, TokensMayOutliveTheirSourceWithoutTouchingAnother) {
     auto signal = std::make_unique<Signal<>>();
     Subscription token = signal->subscribe([] {});

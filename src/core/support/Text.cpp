@@ -14,6 +14,22 @@ char32_t lowerCodePoint(char32_t c) {
     if (c >= 0x400 && c <= 0x40F) {
         return c + 0x50;
     }
+    // Capitals whose small letters lie outside their own run: Ÿ, and Greek with tonos.
+    if (c == 0x178) {
+        return 0xFF;
+    }
+    if (c == 0x386) {
+        return 0x3AC;
+    }
+    if (c >= 0x388 && c <= 0x38A) {
+        return c + 0x25;
+    }
+    if (c == 0x38C) {
+        return 0x3CC;
+    }
+    if (c == 0x38E || c == 0x38F) {
+        return c + 0x3F;
+    }
     // Latin Extended-A pairs capitals and small letters as even/odd neighbours, except for a
     // stretch in the middle where the capital is odd.
     if ((c >= 0x100 && c <= 0x137) || (c >= 0x14A && c <= 0x177)) {
@@ -84,7 +100,9 @@ std::string lowercased(std::string_view text) {
     while (at < text.size()) {
         const std::size_t start = at;
         const char32_t c = decode(text, at);
-        const char32_t lower = lowerCodePoint(c);
+        // A lone byte past ASCII is malformed, not a Latin-1 letter: "\xC3" is no "Ã" to fold.
+        const bool malformed = at - start == 1 && c >= 0x80;
+        const char32_t lower = malformed ? c : lowerCodePoint(c);
         if (lower == c) {
             out.append(text.substr(start, at - start)); // keeps malformed bytes as they were
         } else {
