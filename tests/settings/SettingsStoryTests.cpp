@@ -47,6 +47,26 @@ TEST(SettingsStory, PreferencesChangedInTheWindowTakeEffectOnTheBar) {
     EXPECT_THAT(output, HasSubstr("Dock: no icon for Quillet"));
 }
 
+TEST(SettingsStory, AnItemRuledFromTheItemsPaneMovesBetweenTheZones) {
+    std::ifstream file(QUILLET_FIXTURES_DIR "/scenarios/items-pane.json");
+    std::stringstream text;
+    text << file.rdbuf();
+    const std::string output = played(text.str());
+
+    EXPECT_THAT(output, HasSubstr("│ 1 of 7 items\n"));
+    // "Always": left of the always-hidden separator.
+    EXPECT_THAT(output, HasSubstr("Spotify: Always  (t=3.33s)\n    (Spotify) (<alwaysSeparator"));
+    // "Auto": hidden, out while Spotify is in front, hidden again after.
+    EXPECT_THAT(output, HasSubstr("Spotify: Auto  (t=3.89s)\n    (<alwaysSeparator 10000>) "
+                                  "(Spotify) (Docker) <separator"));
+    EXPECT_THAT(output, HasSubstr("Spotify comes to the front  (t=4.46s)\n    (<alwaysSeparator "
+                                  "10000>) (Docker) <separator 10000> <toggle> [Spotify]"));
+    EXPECT_THAT(output, HasSubstr("Docker comes to the front  (t=5.02s)\n    (<alwaysSeparator "
+                                  "10000>) (Spotify) (Docker)"));
+    EXPECT_THAT(output, HasSubstr("│ │ ◆ Spotify                                           "
+                                  "[Show|Hide|Always|*Auto*]"));
+}
+
 TEST(SettingsStory, StepsOnAWindowThatIsNotThereSayWhyAndChangeNothing) {
     const std::string output = played(R"({"steps": [
         {"do": "launch"}, {"do": "flip", "row": "Reveal on hover"}, {"do": "openSettings"},
@@ -84,6 +104,10 @@ TEST(SettingsStory, LaunchingWithOpenSettingsPrintsTheChosenPane) {
     const auto permissions = sim::launchWithSettingsOpen(*scenario.value, {"--tab=permissions"});
     EXPECT_THAT(permissions, Contains("General   Menu Bar Items   ▸ Permissions"));
     EXPECT_THAT(permissions, Contains("✓ Enough permission for identity"));
+    const auto items = sim::launchWithSettingsOpen(*scenario.value, {"--tab=items"});
+    EXPECT_THAT(items, Contains("🔍 [Search menu bar items] [(arrow.clockwise)]"));
+    EXPECT_THAT(items,
+                Contains("│ ▣ Control Center                                    (Always visible)"));
     const auto general = sim::launchWithSettingsOpen(*scenario.value, {"--tab=Permissions"});
     EXPECT_THAT(general, Contains("▸ General   Menu Bar Items   Permissions"));
 }
