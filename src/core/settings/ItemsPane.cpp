@@ -112,15 +112,17 @@ void ItemsPane::rowsChanged() {
 }
 
 void ItemsPane::captureSnapshot(WindowID window) {
-    // Capturing waits on the window server: it never holds up typing in the search field.
-    auto picture = std::make_shared<ImageRef>();
+    // The window server's picture is taken off the main thread, so that it never holds up
+    // typing in the search field; the image is made of it back on the main thread.
+    auto bitmap = std::make_shared<std::optional<CapturedBitmap>>();
     const ItemImageCapture& capture = context_.menuBar.capture;
     context_.scheduler.runInBackground(
-        [picture, &capture, window] { *picture = capture.capture(window); },
-        paneAction(anchor_, [picture, window](ItemsPane& pane) {
+        [bitmap, &capture, window] { *bitmap = capture.bitmap(window); },
+        paneAction(anchor_, [bitmap, window](ItemsPane& pane) {
             // A row that left the screen meanwhile captures again when it comes back.
-            if (auto row = pane.shownRows_.find(window); row != pane.shownRows_.end()) {
-                row->second = *picture;
+            auto row = pane.shownRows_.find(window);
+            if (row != pane.shownRows_.end() && *bitmap) {
+                row->second = pane.context_.menuBar.capture.image(**bitmap);
             }
         }));
 }
