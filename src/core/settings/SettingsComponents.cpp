@@ -111,8 +111,9 @@ std::string shapeOf(const SettingsPage& page) {
                      optional(banner->message) + (banner->hasButton() ? "+" : "-");
             continue;
         }
-        if (const auto* bar = std::get_if<SettingsSearchBar>(&item)) {
-            shape += "|S" + std::to_string(bar->buttons.size());
+        if (std::holds_alternative<SettingsSearchBar>(item)) {
+            // Its buttons come and go with the search: the renderer keeps the bar as it is.
+            shape += "|S";
             continue;
         }
         if (std::holds_alternative<SettingsCaption>(item)) {
