@@ -202,10 +202,13 @@ TEST_F(ItemsPane, ARuleIsStoredEvenWhenNothingCanBeMoved) {
     mac().quitApplication(kSlack.pid);
     settle();
     const std::string withoutSlack = bar();
+    const std::size_t logged = quillet.world.log.lines().size();
     ASSERT_TRUE(window().pick("Slack", "Always"));
     settle();
     EXPECT_EQ(preferences().sectionByBundleID().at(kSlack.bundleID), MenuBarSection::alwaysHidden);
+    // The move is skipped in silence.
     EXPECT_EQ(bar(), withoutSlack);
+    EXPECT_EQ(quillet.world.log.lines().size(), logged);
 
     // Without a control item manager, the rule is all there is.
     quillet.delegate.controlManager.reset();
