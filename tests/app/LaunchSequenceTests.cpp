@@ -165,7 +165,8 @@ protected:
                 .keys = ports.keys,
                 .panels = ports.panels,
                 .screenCapture = ports.screenCapture,
-                .settingsWindows = ports.settingsWindows};
+                .settingsWindows = ports.settingsWindows,
+                .symbols = ports.symbols};
     }
 
     Journal journal;

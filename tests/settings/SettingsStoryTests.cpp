@@ -24,6 +24,16 @@ std::string played(const std::string& text) {
     return output;
 }
 
+// The bar as printed right after the step titled `step`.
+std::string barAfter(const std::string& output, const std::string& step) {
+    const auto heading = output.find(step + "  (t=");
+    if (heading == std::string::npos) {
+        return "(no step " + step + ")";
+    }
+    const auto start = output.find('\n', heading) + 1;
+    return output.substr(start, output.find('\n', start) - start);
+}
+
 TEST(SettingsStory, PreferencesChangedInTheWindowTakeEffectOnTheBar) {
     std::ifstream file(QUILLET_FIXTURES_DIR "/scenarios/settings-window.json");
     std::stringstream text;
@@ -45,6 +55,26 @@ TEST(SettingsStory, PreferencesChangedInTheWindowTakeEffectOnTheBar) {
     EXPECT_THAT(output,
                 HasSubstr("│ │ Screen Recording                                    Granted"));
     EXPECT_THAT(output, HasSubstr("Dock: no icon for Quillet"));
+}
+
+TEST(SettingsStory, AnItemRuledFromTheItemsPaneMovesBetweenTheZones) {
+    std::ifstream file(QUILLET_FIXTURES_DIR "/scenarios/items-pane.json");
+    std::stringstream text;
+    text << file.rdbuf();
+    const std::string output = played(text.str());
+
+    EXPECT_THAT(output, HasSubstr("│ 1 of 7 items\n"));
+    // "Always": left of the always-hidden separator.
+    EXPECT_THAT(barAfter(output, "Spotify: Always"), HasSubstr("(Spotify) (<alwaysSeparator"));
+    // "Auto": hidden, out while Spotify is in front, hidden again after.
+    EXPECT_THAT(barAfter(output, "Spotify: Auto"),
+                HasSubstr("(<alwaysSeparator 10000>) (Spotify) (Docker) <separator"));
+    EXPECT_THAT(barAfter(output, "Spotify comes to the front"),
+                HasSubstr("<separator 10000> [Dropbox] [Spotify] <toggle>"));
+    EXPECT_THAT(barAfter(output, "Docker comes to the front"),
+                HasSubstr("(<alwaysSeparator 10000>) (Spotify) (Docker)"));
+    EXPECT_THAT(output, HasSubstr("│ │ ◆ Spotify                                           "
+                                  "[Show|Hide|Always|*Auto*]"));
 }
 
 TEST(SettingsStory, StepsOnAWindowThatIsNotThereSayWhyAndChangeNothing) {
@@ -84,6 +114,10 @@ TEST(SettingsStory, LaunchingWithOpenSettingsPrintsTheChosenPane) {
     const auto permissions = sim::launchWithSettingsOpen(*scenario.value, {"--tab=permissions"});
     EXPECT_THAT(permissions, Contains("General   Menu Bar Items   ▸ Permissions"));
     EXPECT_THAT(permissions, Contains("✓ Enough permission for identity"));
+    const auto items = sim::launchWithSettingsOpen(*scenario.value, {"--tab=items"});
+    EXPECT_THAT(items, Contains("🔍 [Search menu bar items] [(arrow.clockwise)]"));
+    EXPECT_THAT(items,
+                Contains("│ ▣ Control Center                                    (Always visible)"));
     const auto general = sim::launchWithSettingsOpen(*scenario.value, {"--tab=Permissions"});
     EXPECT_THAT(general, Contains("▸ General   Menu Bar Items   Permissions"));
 }

@@ -80,7 +80,8 @@ SettingsWindowController& Services::settingsWindow() {
         return std::make_unique<SettingsWindowController>(SettingsWindowController::Dependencies{
             ports_.scheduler, ports_.application, ports_.displays, ports_.settingsWindows,
             ports_.process, preferences(), launchAtLogin(), ports_.accessibility,
-            ports_.screenCapture});
+            ports_.screenCapture, ports_.windows, ports_.workspace, ports_.symbols,
+            controlItemManagerLookup()});
     });
 }
 

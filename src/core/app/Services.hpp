@@ -30,6 +30,7 @@ class SettingsWindowController;
 class SettingsWindowHost;
 class SpacerManager;
 class StatusBarHost;
+class SymbolImages;
 class Updater;
 class UpdaterManager;
 class VisibleItemEnforcer;
@@ -58,6 +59,7 @@ struct PlatformPorts {
     PanelHost& panels;
     ScreenCapture& screenCapture;
     SettingsWindowHost& settingsWindows;
+    SymbolImages& symbols;
 };
 
 // The process-wide objects of a running Quillet, each created on first use. One instance per

@@ -20,8 +20,22 @@ SettingsButton SettingsButton::titled(std::string title, std::function<void()> a
     return button;
 }
 
+SettingsButton SettingsButton::symbolic(std::string symbol, Style style, std::string toolTip,
+                                        std::function<void()> action) {
+    SettingsButton button;
+    button.symbol = std::move(symbol);
+    button.style = style;
+    button.toolTip = std::move(toolTip);
+    button.action = std::move(action);
+    return button;
+}
+
 SettingsRow SettingsToggleRow::row() const {
     return {icon, iconTint, title, subtitle, {0, {SettingsSwitch{isOn, setOn}}}};
+}
+
+SettingsRow SettingsItemRow::row() const {
+    return {"", Tint::secondary, title, subtitle, trailing};
 }
 
 std::string_view SettingsBanner::symbol(Kind kind) {
@@ -76,6 +90,10 @@ std::string shapeOf(const SettingsCardItem& item) {
     if (const auto* toggle = std::get_if<SettingsToggleRow>(&item)) {
         return shapeOf(toggle->row());
     }
+    if (const auto* itemRow = std::get_if<SettingsItemRow>(&item)) {
+        return "I" + std::to_string(static_cast<int>(itemRow->picture.kind)) +
+               shapeOf(itemRow->row());
+    }
     return "D";
 }
 
@@ -91,6 +109,15 @@ std::string shapeOf(const SettingsPage& page) {
         if (const auto* banner = std::get_if<SettingsBanner>(&item)) {
             shape += "|B" + std::to_string(static_cast<int>(banner->kind)) +
                      optional(banner->message) + (banner->hasButton() ? "+" : "-");
+            continue;
+        }
+        if (std::holds_alternative<SettingsSearchBar>(item)) {
+            // Its buttons come and go with the search: the renderer keeps the bar as it is.
+            shape += "|S";
+            continue;
+        }
+        if (std::holds_alternative<SettingsCaption>(item)) {
+            shape += "|T";
             continue;
         }
         const auto& card = std::get<SettingsCard>(item);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/ports/PlatformImage.hpp"
+
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -101,6 +103,9 @@ struct SettingsButton {
 
     // A small bordered button with a title.
     static SettingsButton titled(std::string title, std::function<void()> action);
+    // A button that shows an SF Symbol in the secondary colour; the tooltip, if any, names it.
+    static SettingsButton symbolic(std::string symbol, Style style, std::string toolTip,
+                                   std::function<void()> action);
 };
 
 // A plain text field with a placeholder.
@@ -153,10 +158,33 @@ struct SettingsToggleRow {
     SettingsRow row() const;
 };
 
+// The picture of a menu bar item: a snapshot of the item (on a dark plate, as it looks in the
+// menu bar), its application's icon, or an SF Symbol in the secondary colour.
+struct SettingsItemPicture {
+    enum class Kind { snapshot, appIcon, symbol };
+    Kind kind = Kind::symbol;
+    ImageRef image;     // snapshot and appIcon
+    std::string symbol; // symbol
+};
+
+// A menu bar item's row, in the item list's look (SettingsLook::ItemRow): its picture in a
+// neutral well, its name on one line, where it comes from (cut in the middle when too long) and
+// its controls.
+struct SettingsItemRow {
+    SettingsItemPicture picture;
+    std::string title;
+    std::string subtitle;
+    SettingsTrailing trailing;
+
+    // The same row in its general form, without the picture.
+    SettingsRow row() const;
+};
+
 // A thin line between two rows of a card, indented to start under the row text.
 struct SettingsRowDivider {};
 
-using SettingsCardItem = std::variant<SettingsRow, SettingsToggleRow, SettingsRowDivider>;
+using SettingsCardItem =
+    std::variant<SettingsRow, SettingsToggleRow, SettingsRowDivider, SettingsItemRow>;
 
 struct SettingsCard {
     std::optional<std::string> title;
@@ -178,7 +206,21 @@ struct SettingsBanner {
     static Tint tint(Kind kind);
 };
 
-using SettingsPageItem = std::variant<SettingsBanner, SettingsCard>;
+// A search field across the page: an SF Symbol in the secondary colour, the field, then its
+// buttons (such as clearing the search or loading again).
+struct SettingsSearchBar {
+    std::string symbol;
+    SettingsSearchField field;
+    std::vector<SettingsButton> buttons;
+};
+
+// A line of small secondary text between the page's cards.
+struct SettingsCaption {
+    std::string text;
+};
+
+using SettingsPageItem =
+    std::variant<SettingsBanner, SettingsCard, SettingsSearchBar, SettingsCaption>;
 
 struct SettingsPage {
     std::string title;

@@ -65,6 +65,31 @@ struct Badge {
     static constexpr double fillOpacity = 0.06; // of the primary colour, on a capsule
 };
 
+// A menu bar item's row: a row with these differences.
+struct ItemRow {
+    static constexpr double verticalPadding = 10;
+    static constexpr double wellFillOpacity = 0.06; // of the primary colour
+    static constexpr double pictureSide = 22;       // centred on the well
+    static constexpr double symbolSize = 14;        // semibold, hierarchical, secondary
+    static constexpr double snapshotPadding = 2;
+    static constexpr double snapshotCornerRadius = 5;    // continuous corners
+    static constexpr double snapshotPlateOpacity = 0.75; // of black
+};
+
+// The search field across a page: symbol, field and buttons in a row.
+struct SearchBar {
+    static constexpr double spacing = 8;
+    static constexpr double sidePadding = 12;
+    static constexpr double verticalPadding = 9;
+    static constexpr double cornerRadius = 10;    // filled with the control background colour
+    static constexpr double strokeOpacity = 0.06; // of the primary colour, 1 point, inside
+};
+
+// A caption line between cards: caption font, secondary colour.
+struct Caption {
+    static constexpr double sidePadding = 4;
+};
+
 struct Sidebar {
     static constexpr double minWidth = 168;
     static constexpr double idealWidth = 188;

@@ -1,16 +1,32 @@
 #pragma once
 
+#include "core/ports/Geometry.hpp"
 #include "core/support/WeakAnchor.hpp"
 
 #include <functional>
+#include <memory>
 
 namespace quillet {
 
 class AccessibilityReader;
+class AppIcon;
 class AppPreferences;
+class ControlItemManager;
+class ItemEnumerator;
+class ItemImageCapture;
 class LaunchAtLogin;
 class Scheduler;
 class ScreenCapture;
+
+// What the Items pane reads of the menu bar, and the manager that rearranges it (none while it
+// is gone).
+struct MenuBarAccess {
+    const ItemEnumerator& enumerator;
+    const ItemImageCapture& capture;
+    const AppIcon& icons;
+    Pid ownPID = 0;
+    std::function<std::shared_ptr<ControlItemManager>()> controlItemManager;
+};
 
 // What every pane reads and calls. Every reference outlives the panes.
 struct SettingsPaneContext {
@@ -19,6 +35,7 @@ struct SettingsPaneContext {
     LaunchAtLogin& launchAtLogin;
     const AccessibilityReader& accessibility;
     ScreenCapture& screenCapture;
+    const MenuBarAccess& menuBar;
     // Called after a pane's own state changed, so that the window draws it again.
     std::function<void()> changed;
 };

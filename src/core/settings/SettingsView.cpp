@@ -1,6 +1,7 @@
 #include "core/settings/SettingsView.hpp"
 
 #include "core/settings/GeneralPane.hpp"
+#include "core/settings/ItemsPane.hpp"
 #include "core/settings/PermissionsPane.hpp"
 
 namespace quillet {
@@ -28,33 +29,18 @@ void SettingsView::select(SettingsPane pane) {
         detail_ = std::make_unique<PermissionsPane>(context_);
         break;
     case SettingsPane::items:
-        detail_ = std::monostate{};
+        detail_ = std::make_unique<ItemsPane>(context_);
         break;
     }
     appear();
 }
 
 void SettingsView::appear() {
-    std::visit(
-        [](auto& detail) {
-            if constexpr (!std::is_same_v<std::decay_t<decltype(detail)>, std::monostate>) {
-                detail->appear();
-            }
-        },
-        detail_);
+    std::visit([](auto& detail) { detail->appear(); }, detail_);
 }
 
 SettingsPage SettingsView::detailPage() const {
-    if (const auto* general = std::get_if<std::unique_ptr<GeneralPane>>(&detail_)) {
-        return (*general)->page();
-    }
-    if (const auto* permissions = std::get_if<std::unique_ptr<PermissionsPane>>(&detail_)) {
-        return (*permissions)->page();
-    }
-    // The item list is not built yet: the pane shows its heading only.
-    return {"Menu Bar Items",
-            "Choose what stays visible, hides on demand, or shows only when its app is active.",
-            {}};
+    return std::visit([](const auto& detail) { return detail->page(); }, detail_);
 }
 
 SettingsWindowContent SettingsView::content() const {

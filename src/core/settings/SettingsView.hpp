@@ -11,6 +11,7 @@
 namespace quillet {
 
 class GeneralPane;
+class ItemsPane;
 class PermissionsPane;
 
 // The window's root: the sidebar of panes and the selected pane. Selecting a pane creates it
@@ -33,8 +34,8 @@ public:
     void changed() const;
 
 private:
-    using Detail = std::variant<std::unique_ptr<GeneralPane>, std::unique_ptr<PermissionsPane>,
-                                std::monostate>;
+    using Detail = std::variant<std::unique_ptr<GeneralPane>, std::unique_ptr<ItemsPane>,
+                                std::unique_ptr<PermissionsPane>>;
 
     SettingsPage detailPage() const;
 

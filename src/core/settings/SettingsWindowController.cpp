@@ -25,7 +25,12 @@ const SettingsWindowStyle SettingsWindowController::kWindowStyle{
     .titlebarAppearsTransparent = false};
 
 SettingsWindowController::SettingsWindowController(Dependencies dependencies)
-    : deps_(dependencies) {}
+    : deps_(std::move(dependencies)),
+      enumerator_(deps_.windowList, deps_.displays, deps_.workspace),
+      capture_(deps_.screenCapture, deps_.displays),
+      icons_(deps_.workspace, deps_.symbols), menuBar_{enumerator_, capture_, icons_,
+                                                       deps_.process.processIdentifier(),
+                                                       deps_.controlItemManager} {}
 
 SettingsWindowController::~SettingsWindowController() = default;
 
@@ -68,6 +73,7 @@ void SettingsWindowController::makeWindow() {
                                 deps_.launchAtLogin,
                                 deps_.accessibility,
                                 deps_.screenCapture,
+                                menuBar_,
                                 [self = anchor_.ref()] {
                                     if (auto* controller = self.get()) {
                                         controller->render();

@@ -1,6 +1,9 @@
 #pragma once
 
 #include "core/app/AppDelegate.hpp"
+#include "core/menubar/AppIcon.hpp"
+#include "core/menubar/ItemEnumerator.hpp"
+#include "core/menubar/ItemImageCapture.hpp"
 #include "core/ports/DisplayGeometry.hpp"
 #include "core/ports/SettingsWindowHost.hpp"
 #include "core/settings/SettingsView.hpp"
@@ -16,6 +19,7 @@ namespace quillet {
 class AccessibilityReader;
 class AppPreferences;
 class ApplicationShell;
+class ControlItemManager;
 class LaunchAtLogin;
 class ProcessContext;
 class Scheduler;
@@ -37,6 +41,11 @@ public:
         LaunchAtLogin& launchAtLogin;
         const AccessibilityReader& accessibility;
         ScreenCapture& screenCapture;
+        // What the Items pane lists.
+        const WindowListSource& windowList;
+        const Workspace& workspace;
+        const SymbolImages& symbols;
+        std::function<std::shared_ptr<ControlItemManager>()> controlItemManager;
     };
 
     // "Quillet Settings": titled, closable, miniaturizable and resizable; 760 × 600, at least
@@ -77,6 +86,10 @@ private:
     void renderSoon();
 
     Dependencies deps_;
+    ItemEnumerator enumerator_;
+    ItemImageCapture capture_;
+    AppIcon icons_;
+    MenuBarAccess menuBar_;
     std::shared_ptr<SettingsWindow> window_;
     std::unique_ptr<SettingsView> view_;
     Subscription preferencesWatch_;

@@ -82,7 +82,33 @@ void encode(char32_t c, std::string& out) {
     }
 }
 
+// The plain letter of a small Latin-1 letter with an accent; other characters stay.
+char32_t withoutAccent(char32_t c) {
+    // U+00E0 to U+00FF; æ, ð, ÷ and þ are letters (or a sign) of their own.
+    static constexpr std::u32string_view kPlain =
+        U"aaaaaa\u00e6ceeeeiiii\u00f0nooooo\u00f7ouuuuy\u00fey";
+    return c >= 0xE0 && c <= 0xFF ? kPlain[c - 0xE0] : c;
+}
+
+std::u32string codePoints(std::string_view text, bool plain) {
+    std::u32string out;
+    std::size_t at = 0;
+    while (at < text.size()) {
+        const char32_t lower = lowerCodePoint(decode(text, at));
+        out += plain ? withoutAccent(lower) : lower;
+    }
+    return out;
+}
+
 } // namespace
+
+int localizedCaseInsensitiveCompare(std::string_view a, std::string_view b) {
+    // Letters first, accents only to break a tie.
+    if (int order = codePoints(a, true).compare(codePoints(b, true)); order != 0) {
+        return order;
+    }
+    return codePoints(a, false).compare(codePoints(b, false));
+}
 
 void removeAll(std::string& text, std::string_view what) {
     if (what.empty()) {

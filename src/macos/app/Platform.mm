@@ -26,7 +26,8 @@ PlatformPorts Platform::ports() {
             .keys = keys,
             .panels = panels,
             .screenCapture = screenCapture,
-            .settingsWindows = settingsWindows};
+            .settingsWindows = settingsWindows,
+            .symbols = workspace};
 }
 
 } // namespace quillet::macos

@@ -46,7 +46,7 @@ void setOptionalText(NSTextField* field, const std::optional<std::string>& text)
 
 } // namespace
 
-SettingsPageRenderer::SettingsPageRenderer() : actions_([NSMutableArray array]) {
+SettingsPageRenderer::SettingsPageRenderer() : column_(nil), actions_([NSMutableArray array]) {
     scroll_ = [[NSScrollView alloc] initWithFrame:NSZeroRect];
     scroll_.hasVerticalScroller = YES;
     scroll_.drawsBackground = YES;
@@ -57,6 +57,9 @@ SettingsRow SettingsPageRenderer::rowAt(const SettingsPage& page, Path path) {
     const SettingsCardItem& entry = cardAt(page, path.item).content[path.entry];
     if (const auto* toggle = std::get_if<SettingsToggleRow>(&entry)) {
         return toggle->row();
+    }
+    if (const auto* item = std::get_if<SettingsItemRow>(&entry)) {
+        return item->row();
     }
     return std::get<SettingsRow>(entry);
 }
@@ -90,51 +93,98 @@ void SettingsPageRenderer::render(const SettingsPage& page) {
     layOut();
 }
 
-void SettingsPageRenderer::layOut() {
-    // A page of another shape starts from the top, as a new page would. The control whose action
-    // asked for this page may be among what is replaced: it and its target go only once that
-    // action has returned.
-    refreshers_.clear();
-    NSArray* retired =
-        @[ actions_, scroll_.documentView != nil ? scroll_.documentView : [NSNull null] ];
+void SettingsPageRenderer::retire(NSArray* objects) {
+    // The control whose action asked for the new layout may be among what is replaced: it and
+    // its target go only once that action has returned.
     dispatch_async(dispatch_get_main_queue(), ^{
-        (void)retired;
+        (void)objects;
     });
+}
+
+void SettingsPageRenderer::layOut() {
+    if (kept_ && kept_->title == page_.title && !page_.content.empty() &&
+        std::holds_alternative<SettingsSearchBar>(page_.content.front())) {
+        layOutBelowSearchBar();
+        return;
+    }
+    // A page of another shape starts from the top, as a new page would.
+    kept_.reset();
+    refreshers_.clear();
+    retire(@[ actions_, scroll_.documentView != nil ? scroll_.documentView : [NSNull null] ]);
     actions_ = [NSMutableArray array];
 
-    NSStackView* column = stack(NSUserInterfaceLayoutOrientationVertical, NSLayoutAttributeLeading,
-                                Look::Page::spacing);
+    column_ = stack(NSUserInterfaceLayoutOrientationVertical, NSLayoutAttributeLeading,
+                    Look::Page::spacing);
     NSView* heading = header();
-    [column addArrangedSubview:heading];
-    [column setCustomSpacing:Look::Page::spacing + Look::Page::headerBottomPadding
-                   afterView:heading];
+    [column_ addArrangedSubview:heading];
+    [column_ setCustomSpacing:Look::Page::spacing + Look::Page::headerBottomPadding
+                    afterView:heading];
     for (std::size_t item = 0; item < page_.content.size(); ++item) {
-        NSView* view =
-            std::holds_alternative<SettingsBanner>(page_.content[item]) ? banner(item) : card(item);
-        [column addArrangedSubview:view];
-        fillWidth(column, view);
+        appendItem(item);
+        if (item == 0 && std::holds_alternative<SettingsSearchBar>(page_.content.front())) {
+            kept_ = Kept{page_.title, refreshers_.size(), actions_.count};
+        }
     }
 
     QuilletFlippedView* document = [[QuilletFlippedView alloc] initWithFrame:NSZeroRect];
     document.translatesAutoresizingMaskIntoConstraints = NO;
-    [document addSubview:column];
+    [document addSubview:column_];
     scroll_.documentView = document;
     NSView* clip = scroll_.contentView;
     const CGFloat padding = Look::Page::padding;
-    NSLayoutConstraint* wide = [column.widthAnchor constraintEqualToAnchor:document.widthAnchor
-                                                                  constant:-2 * padding];
+    NSLayoutConstraint* wide = [column_.widthAnchor constraintEqualToAnchor:document.widthAnchor
+                                                                   constant:-2 * padding];
     // The column is 560 wide at most, against the leading edge; narrower windows shrink it.
     wide.priority = NSLayoutPriorityDefaultHigh;
     [NSLayoutConstraint activateConstraints:@[
         [document.leadingAnchor constraintEqualToAnchor:clip.leadingAnchor],
         [document.trailingAnchor constraintEqualToAnchor:clip.trailingAnchor],
         [document.topAnchor constraintEqualToAnchor:clip.topAnchor],
-        [column.leadingAnchor constraintEqualToAnchor:document.leadingAnchor constant:padding],
-        [column.topAnchor constraintEqualToAnchor:document.topAnchor constant:padding],
-        [column.bottomAnchor constraintEqualToAnchor:document.bottomAnchor constant:-padding],
-        [column.widthAnchor constraintLessThanOrEqualToConstant:Look::Page::maxWidth],
+        [column_.leadingAnchor constraintEqualToAnchor:document.leadingAnchor constant:padding],
+        [column_.topAnchor constraintEqualToAnchor:document.topAnchor constant:padding],
+        [column_.bottomAnchor constraintEqualToAnchor:document.bottomAnchor constant:-padding],
+        [column_.widthAnchor constraintLessThanOrEqualToConstant:Look::Page::maxWidth],
         wide,
     ]];
+}
+
+void SettingsPageRenderer::layOutBelowSearchBar() {
+    // The heading and the search bar are the column's first two views; the field in the bar
+    // keeps the focus, its text and its caret.
+    NSArray<NSView*>* views = column_.arrangedSubviews;
+    NSArray<NSView*>* below = [views subarrayWithRange:NSMakeRange(2, views.count - 2)];
+    for (NSView* view in below) {
+        [column_ removeArrangedSubview:view];
+        [view removeFromSuperview];
+    }
+    refreshers_.resize(kept_->refreshers);
+    retire(@[ actions_, below ]);
+    actions_ = [[actions_ subarrayWithRange:NSMakeRange(0, kept_->actions)] mutableCopy];
+    for (const Refresh& refresh : refreshers_) {
+        refresh(page_);
+    }
+    for (std::size_t item = 1; item < page_.content.size(); ++item) {
+        appendItem(item);
+    }
+}
+
+void SettingsPageRenderer::appendItem(std::size_t item) {
+    NSView* view = std::visit(
+        [&](const auto& shown) -> NSView* {
+            using Shown = std::decay_t<decltype(shown)>;
+            if constexpr (std::is_same_v<Shown, SettingsBanner>) {
+                return banner(item);
+            } else if constexpr (std::is_same_v<Shown, SettingsCard>) {
+                return card(item);
+            } else if constexpr (std::is_same_v<Shown, SettingsSearchBar>) {
+                return searchBar(item);
+            } else {
+                return caption(item);
+            }
+        },
+        page_.content[item]);
+    [column_ addArrangedSubview:view];
+    fillWidth(column_, view);
 }
 
 NSView* SettingsPageRenderer::header() {
@@ -254,12 +304,26 @@ NSView* SettingsPageRenderer::card(std::size_t item) {
 }
 
 NSView* SettingsPageRenderer::row(Path path) {
+    // A menu bar item's row: its picture, a name on one line and where it comes from cut in
+    // the middle, so that both ends of a long bundle identifier show.
+    const bool isItem =
+        std::holds_alternative<SettingsItemRow>(cardAt(page_, path.item).content[path.entry]);
     NSStackView* texts = stack(NSUserInterfaceLayoutOrientationVertical, NSLayoutAttributeLeading,
                                Look::Row::textSpacing);
     NSTextField* title = SettingsAppearance::label("", font(TextStyle::body, FontWeight::medium),
                                                    color(Tint::primary));
-    NSTextField* subtitle =
-        wrappingLabel("", font(TextStyle::caption, FontWeight::regular), color(Tint::secondary));
+    NSFont* captionFont = font(TextStyle::caption, FontWeight::regular);
+    NSTextField* subtitle = isItem
+                                ? SettingsAppearance::label("", captionFont, color(Tint::secondary))
+                                : wrappingLabel("", captionFont, color(Tint::secondary));
+    if (isItem) {
+        title.lineBreakMode = NSLineBreakByTruncatingTail;
+        subtitle.lineBreakMode = NSLineBreakByTruncatingMiddle;
+        for (NSTextField* field in @[ title, subtitle ]) {
+            [field setContentCompressionResistancePriority:NSLayoutPriorityDefaultLow
+                                            forOrientation:NSLayoutConstraintOrientationHorizontal];
+        }
+    }
     [texts addArrangedSubview:title];
     [texts addArrangedSubview:subtitle];
 
@@ -274,9 +338,10 @@ NSView* SettingsPageRenderer::row(Path path) {
 
     NSStackView* line = stack(NSUserInterfaceLayoutOrientationHorizontal, NSLayoutAttributeCenterY,
                               Look::Row::spacing);
-    line.edgeInsets = NSEdgeInsetsMake(Look::Row::verticalPadding, Look::Row::sidePadding,
-                                       Look::Row::verticalPadding, Look::Row::sidePadding);
-    [line addArrangedSubview:iconWell(path)];
+    const double vertical = isItem ? Look::ItemRow::verticalPadding : Look::Row::verticalPadding;
+    line.edgeInsets =
+        NSEdgeInsetsMake(vertical, Look::Row::sidePadding, vertical, Look::Row::sidePadding);
+    [line addArrangedSubview:isItem ? itemPicture(path) : iconWell(path)];
     [line addArrangedSubview:texts];
     // The spacer: the text takes what the controls leave, at least 12 points away from them.
     [line setCustomSpacing:Look::Row::minimumGap afterView:texts];

@@ -58,7 +58,8 @@ struct SimulatedWorld {
                 .keys = mac.keyboard(),
                 .panels = panels,
                 .screenCapture = privacyPrompts,
-                .settingsWindows = settingsWindows};
+                .settingsWindows = settingsWindows,
+                .symbols = mac};
     }
     PlatformPorts ports() { return ports(defaults); }
 

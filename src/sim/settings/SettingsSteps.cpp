@@ -24,6 +24,8 @@ const std::map<std::string_view, std::map<std::string_view, Kind>>& steps() {
         {"pick", {{"row", Kind::text}, {"choice", Kind::text}}},
         {"press", {{"button", Kind::text}}},
         {"type", {{"text", Kind::text}}},
+        {"search", {{"text", Kind::text}}},
+        {"clearSearch", {}},
         {"setPermission", {{"permission", Kind::text}, {"granted", Kind::boolean}}},
         {"answerPrompts", {{"permission", Kind::text}, {"answer", Kind::text}}},
         {"refuseLoginItem", {{"reason", Kind::text}}},
@@ -95,6 +97,12 @@ bool useWindow(SimSettingsWindow& window, const std::string& action, const json&
     }
     if (action == "type") {
         return window.type(step["text"]);
+    }
+    if (action == "search") {
+        return window.search(step["text"]);
+    }
+    if (action == "clearSearch") {
+        return window.clearSearch();
     }
     const std::string row = step["row"];
     if (action == "flip") {
@@ -178,7 +186,8 @@ std::vector<std::string> describe(const SimulatedWorld& world, const json& step)
     if (action == "closeSettings") {
         return {dockLine(world)};
     }
-    if (action == "selectPane" || action == "press" || action == "type") {
+    if (action == "selectPane" || action == "press" || action == "type" || action == "search" ||
+        action == "clearSearch") {
         return windowLines(world);
     }
     const SimSettingsWindow* window = world.settingsWindows.window();

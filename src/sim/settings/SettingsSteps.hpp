@@ -21,6 +21,10 @@ struct SimulatedWorld;
 //   {"do": "pick", "row": "Active profile", "choice": "Work"}   a pop-up or segmented entry
 //   {"do": "press", "button": "Grant…", "row": "Screen Recording"}   "row" is optional
 //   {"do": "type", "text": "  Work  "}                into the open alert's field
+//   {"do": "search", "text": "drop"}                  into the page's search field
+//   {"do": "clearSearch"}                             the search field's clear button
+//   {"do": "press", "button": "Refresh list"}         a symbol button is named by its tooltip
+//   {"do": "pick", "row": "Dropbox", "choice": "Always"}   an item's section, by its label
 //   {"do": "setPermission", "permission": "screenRecording", "granted": true}
 //                                                     the user changes it in System Settings
 //   {"do": "answerPrompts", "permission": "accessibility", "answer": "grant", "afterMs": 1500}

@@ -32,6 +32,39 @@ std::string choiceTitle(const std::vector<SettingsChoice>& choices, const std::s
     return "";
 }
 
+// The widest text a row shows of an item, in characters.
+constexpr std::size_t kItemTextWidth = 40;
+
+// Where each character of UTF-8 text ends, in bytes.
+std::vector<std::size_t> characterEnds(const std::string& text) {
+    std::vector<std::size_t> ends;
+    for (std::size_t at = 1; at <= text.size(); ++at) {
+        if (at == text.size() || (static_cast<unsigned char>(text[at]) & 0xC0) != 0x80) {
+            ends.push_back(at);
+        }
+    }
+    return ends;
+}
+
+std::string endTruncated(const std::string& text) {
+    const auto ends = characterEnds(text);
+    if (ends.size() <= kItemTextWidth) {
+        return text;
+    }
+    return text.substr(0, ends[kItemTextWidth - 2]) + "…";
+}
+
+// As AppKit truncates in the middle: the start and the end stay, an ellipsis between them.
+std::string middleTruncated(const std::string& text) {
+    const auto ends = characterEnds(text);
+    if (ends.size() <= kItemTextWidth) {
+        return text;
+    }
+    const std::size_t head = (kItemTextWidth - 1) / 2;
+    const std::size_t tail = kItemTextWidth - 1 - head;
+    return text.substr(0, ends[head - 1]) + "…" + text.substr(ends[ends.size() - tail - 1]);
+}
+
 struct ControlText {
     std::string operator()(const SettingsLabel& label) const { return label.text; }
     std::string operator()(const SettingsSwitch& toggle) const {
@@ -91,6 +124,27 @@ void renderBanner(const SettingsBanner& banner, std::vector<std::string>& lines)
     }
 }
 
+void renderSearchBar(const SettingsSearchBar& bar, std::vector<std::string>& lines) {
+    std::string line = "🔍 " + control(bar.field);
+    for (const SettingsButton& button : bar.buttons) {
+        line += " " + control(button);
+    }
+    lines.push_back(line);
+}
+
+// How a row's picture reads: the snapshot, the app's icon or the symbol.
+std::string pictureText(const SettingsItemPicture& picture) {
+    switch (picture.kind) {
+    case SettingsItemPicture::Kind::snapshot:
+        return "▣ ";
+    case SettingsItemPicture::Kind::appIcon:
+        return "◆ ";
+    case SettingsItemPicture::Kind::symbol:
+        break;
+    }
+    return "(" + picture.symbol + ") ";
+}
+
 void renderCard(const SettingsCard& card, std::vector<std::string>& lines) {
     if (card.title) {
         lines.push_back(upper(*card.title));
@@ -99,6 +153,11 @@ void renderCard(const SettingsCard& card, std::vector<std::string>& lines) {
     for (const SettingsCardItem& item : card.content) {
         if (std::holds_alternative<SettingsRowDivider>(item)) {
             lines.push_back("├──");
+            continue;
+        }
+        if (const auto* itemRow = std::get_if<SettingsItemRow>(&item)) {
+            lines.push_back("│ " + itemRowLine(*itemRow));
+            lines.push_back("│   " + middleTruncated(itemRow->subtitle));
             continue;
         }
         const SettingsRow row = std::holds_alternative<SettingsRow>(item)
@@ -142,6 +201,13 @@ std::string rowLine(const SettingsRow& row) {
            controls;
 }
 
+std::string itemRowLine(const SettingsItemRow& row) {
+    // An item's name keeps to one line, cut at its end when too long.
+    SettingsRow general = row.row();
+    general.title = pictureText(row.picture) + endTruncated(row.title);
+    return rowLine(general);
+}
+
 std::vector<std::string> render(const std::string& title, const SettingsWindowContent& content) {
     std::vector<std::string> lines{"═══ " + title + " ═══"};
     std::string sidebar;
@@ -160,6 +226,10 @@ std::vector<std::string> render(const std::string& title, const SettingsWindowCo
         lines.push_back("");
         if (const auto* banner = std::get_if<SettingsBanner>(&item)) {
             renderBanner(*banner, lines);
+        } else if (const auto* bar = std::get_if<SettingsSearchBar>(&item)) {
+            renderSearchBar(*bar, lines);
+        } else if (const auto* caption = std::get_if<SettingsCaption>(&item)) {
+            lines.push_back(caption->text);
         } else {
             renderCard(std::get<SettingsCard>(item), lines);
         }

@@ -70,20 +70,17 @@ bool SimSettingsWindow::selectPane(const std::string& title) {
 }
 
 std::optional<SettingsRow> SimSettingsWindow::findRow(const std::string& title) const {
-    if (!usable()) {
-        return std::nullopt;
-    }
-    for (const SettingsPageItem& item : content_.detail.content) {
-        const auto* card = std::get_if<SettingsCard>(&item);
-        for (const SettingsCardItem& entry :
-             card ? card->content : std::vector<SettingsCardItem>{}) {
-            if (const auto* row = std::get_if<SettingsRow>(&entry); row && row->title == title) {
-                return *row;
-            }
-            if (const auto* toggle = std::get_if<SettingsToggleRow>(&entry);
-                toggle && toggle->title == title) {
-                return toggle->row();
-            }
+    for (const SettingsCardItem* entry : cardEntries()) {
+        if (const auto* row = std::get_if<SettingsRow>(entry); row && row->title == title) {
+            return *row;
+        }
+        if (const auto* toggle = std::get_if<SettingsToggleRow>(entry);
+            toggle && toggle->title == title) {
+            return toggle->row();
+        }
+        // Of two items with the same name, the first one listed.
+        if (const auto* item = std::get_if<SettingsItemRow>(entry); item && item->title == title) {
+            return item->row();
         }
     }
     return std::nullopt;
@@ -146,7 +143,18 @@ bool SimSettingsWindow::press(const std::string& title, const std::string& rowTi
             }
             continue;
         }
-        for (const SettingsCardItem& entry : std::get<SettingsCard>(item).content) {
+        if (const auto* bar = std::get_if<SettingsSearchBar>(&item)) {
+            // A symbol button is named by its tooltip, as VoiceOver reads it.
+            for (const SettingsButton& button : bar->buttons) {
+                if ((button.title.empty() ? button.toolTip : button.title) == title) {
+                    return call(button.action);
+                }
+            }
+            continue;
+        }
+        const auto* card = std::get_if<SettingsCard>(&item);
+        for (const SettingsCardItem& entry :
+             card ? card->content : std::vector<SettingsCardItem>{}) {
             const auto* row = std::get_if<SettingsRow>(&entry);
             auto button = row ? controlOf<SettingsButton>(*row) : std::nullopt;
             if (button && button->title == title) {
@@ -161,13 +169,82 @@ bool SimSettingsWindow::type(const std::string& text) {
     return visible_ && content_.alert && call(content_.alert->field.setText, text);
 }
 
+const SettingsSearchBar* SimSettingsWindow::searchBar() const {
+    if (!usable()) {
+        return nullptr;
+    }
+    for (const SettingsPageItem& item : content_.detail.content) {
+        if (const auto* bar = std::get_if<SettingsSearchBar>(&item)) {
+            return bar;
+        }
+    }
+    return nullptr;
+}
+
+bool SimSettingsWindow::search(const std::string& text) {
+    const SettingsSearchBar* bar = searchBar();
+    if (!bar || !call(bar->field.setText, std::string())) {
+        return false;
+    }
+    // A character at a time: the list below follows every keystroke.
+    for (std::size_t end = 1; end <= text.size(); ++end) {
+        const bool midCharacter =
+            end < text.size() && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80;
+        bar = searchBar();
+        if (!midCharacter && (!bar || !call(bar->field.setText, text.substr(0, end)))) {
+            return false;
+        }
+    }
+    return true;
+}
+
+bool SimSettingsWindow::clearSearch() {
+    const SettingsSearchBar* bar = searchBar();
+    if (!bar) {
+        return false;
+    }
+    for (const SettingsButton& button : bar->buttons) {
+        if (button.symbol == "xmark.circle.fill") {
+            return call(button.action);
+        }
+    }
+    return false;
+}
+
 std::vector<std::string> SimSettingsWindow::render() const {
     return SettingsText::render(style_.title, content_);
 }
 
 std::optional<std::string> SimSettingsWindow::rowLine(const std::string& rowTitle) const {
+    if (const SettingsItemRow* item = findItemRow(rowTitle)) {
+        return SettingsText::itemRowLine(*item);
+    }
     auto row = findRow(rowTitle);
     return row ? std::optional(SettingsText::rowLine(*row)) : std::nullopt;
+}
+
+const SettingsItemRow* SimSettingsWindow::findItemRow(const std::string& title) const {
+    for (const SettingsCardItem* entry : cardEntries()) {
+        if (const auto* row = std::get_if<SettingsItemRow>(entry); row && row->title == title) {
+            return row;
+        }
+    }
+    return nullptr;
+}
+
+std::vector<const SettingsCardItem*> SimSettingsWindow::cardEntries() const {
+    std::vector<const SettingsCardItem*> entries;
+    if (!usable()) {
+        return entries;
+    }
+    for (const SettingsPageItem& item : content_.detail.content) {
+        if (const auto* card = std::get_if<SettingsCard>(&item)) {
+            for (const SettingsCardItem& entry : card->content) {
+                entries.push_back(&entry);
+            }
+        }
+    }
+    return entries;
 }
 
 std::shared_ptr<SettingsWindow>

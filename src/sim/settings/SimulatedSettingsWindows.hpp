@@ -42,6 +42,10 @@ public:
     bool press(const std::string& title, const std::string& rowTitle = "");
     // Replaces the text of the alert's field.
     bool type(const std::string& text);
+    // Empties the page's search field and types `text` into it.
+    bool search(const std::string& text);
+    // Clicks the search field's clear button (shown only while there is a search).
+    bool clearSearch();
 
     bool isVisible() const { return visible_; }
     Point origin() const { return origin_; }
@@ -57,6 +61,11 @@ private:
     // The row with this title, as shown now; null when hidden behind an alert or absent.
     std::optional<SettingsRow> findRow(const std::string& title) const;
     bool usable() const { return visible_ && !content_.alert; }
+    const SettingsSearchBar* searchBar() const;
+    // The first menu bar item's row with this title, as shown now.
+    const SettingsItemRow* findItemRow(const std::string& title) const;
+    // Every row and divider of the page's cards, as shown now; none behind an alert.
+    std::vector<const SettingsCardItem*> cardEntries() const;
 
     SettingsWindowStyle style_;
     std::function<void()> willClose_;
