@@ -83,7 +83,8 @@ ControlItemManager::windowsNamedByRules(const std::vector<MenuBarItem>& items) c
     return named;
 }
 
-// The frames of our control items among the items of one reading of the bar.
+// The frames of our control items among the items of one reading of the bar, as read by
+// `mainDisplayItems`.
 std::map<std::string_view, Rect>
 ControlItemManager::controlFrames(const std::vector<MenuBarItem>& items) const {
     std::map<std::string_view, Rect> frames;
@@ -94,20 +95,15 @@ ControlItemManager::controlFrames(const std::vector<MenuBarItem>& items) const {
             }
         }
     }
-    // Without titles (no Screen Recording on macOS 26) our windows are known by their frames.
-    for (std::string_view name : {kAlwaysSeparatorName, kSeparatorName, kToggleName}) {
-        if (!frames.contains(name)) {
-            if (auto own = ownItemByFrame(name, items)) {
-                frames.emplace(name, own->frame);
-            }
-        }
-    }
     return frames;
 }
 
 // One reading of the bar serves the whole check: it runs after every layout job.
 std::vector<ControlItemManager::Misplaced> ControlItemManager::misplacedItems() const {
-    const auto items = enumerator_.mainDisplayItems(deps_.ownPID);
+    // Our own windows must be known as ours even without their titles: a border taken for an
+    // unruled item of another application would be "repaired" into view, across the other
+    // border, and every zone after it would be wrong.
+    const auto items = mainDisplayItems();
     const auto controls = controlFrames(items);
     const auto border = controls.find(kAlwaysSeparatorName);
     const auto separator = controls.find(kSeparatorName);
