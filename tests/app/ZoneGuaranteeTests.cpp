@@ -1,9 +1,9 @@
 // The promise of the whole engine, tried on random menu bars: once Quillet is idle, every item
 // is in the zone its rule gives, whatever happened meanwhile and however the menu bar drops a
 // dragged item. Without Screen Recording no status item has a title: a rule is kept for every
-// item that can still be told apart (by the frame Accessibility gives for its application), and
-// no rule can reach the others, which stay in view (see ZoneCheck). The control items are in
-// order and the toggle in view either way.
+// item that can still be told apart (by its owner before macOS 26, by the frame Accessibility
+// gives for its application), and no rule can reach the others, which stay in view (see
+// ZoneCheck). The control items are in order and the toggle in view either way.
 
 #include "app/BarStory.hpp"
 

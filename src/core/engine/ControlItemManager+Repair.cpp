@@ -11,8 +11,10 @@
 #include "core/menubar/SystemItemCatalog.hpp"
 #include "core/ports/InputInjector.hpp"
 #include "core/ports/LogSink.hpp"
+#include "core/ports/Workspace.hpp"
 #include "core/prefs/AppPreferences.hpp"
 
+#include <algorithm>
 #include <chrono>
 #include <string>
 
@@ -71,6 +73,12 @@ ControlItemManager::windowsNamedByRules(const std::vector<MenuBarItem>& items) c
             listed.insert(std::move(*key));
         }
     }
+    // Where each application owns its items' windows (before macOS 26) the owner names all of
+    // them, an application's second item too. Under macOS 26 one process owns them all, ours
+    // included, so an owner is trusted only while our own windows are listed as ours.
+    const bool ownersNameApplications = std::ranges::any_of(items, [&](const MenuBarItem& item) {
+        return item.isOwnControlItem && item.ownerPID == deps_.ownPID;
+    });
     std::map<WindowID, std::string> named;
     for (const auto& [key, section] : deps_.preferences.sectionByBundleID()) {
         if (listed.contains(key)) {
@@ -78,6 +86,13 @@ ControlItemManager::windowsNamedByRules(const std::vector<MenuBarItem>& items) c
         }
         if (auto resolved = resolve(key, 0)) {
             named.emplace(resolved->windowID, key);
+        }
+        const auto owners =
+            ownersNameApplications ? deps_.workspace.runningProcesses(key) : std::vector<Pid>{};
+        for (const MenuBarItem& item : items) {
+            if (!item.windowName && std::ranges::find(owners, item.ownerPID) != owners.end()) {
+                named.emplace(item.windowID, key);
+            }
         }
     }
     return named;

@@ -43,7 +43,8 @@ bool ZoneCheck::isIdentifiable(const MenuBarModel& bar, const MenuBarModel::Item
     if (item.kind != MenuBarModel::Kind::application) {
         return false;
     }
-    return bar.firstFrameOfProcess(item.pid) == bar.frame(item.window);
+    return bar.naming() == MenuBarNaming::perApplication ||
+           bar.firstFrameOfProcess(item.pid) == bar.frame(item.window);
 }
 
 std::vector<std::string> ZoneCheck::problems(const MenuBarModel& bar, const SectionRules& rules,

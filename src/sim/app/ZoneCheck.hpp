@@ -18,10 +18,10 @@ namespace quillet::sim {
 // Quillet refuses to hide are not for this check.
 //
 // Without Screen Recording the window list withholds every status item's title, and a rule can
-// only be about an item that something else still names: the one frame Accessibility reports
-// for each application, that of the first item it made. No rule can reach any other item (a
-// system item, an application's second item), so it must not be hidden by accident: its zone
-// is the visible one.
+// only be about an item that something else still names: its owner under per-application
+// naming, or else the one frame Accessibility reports for each application, that of the first
+// item it made. No rule can reach any other item (a system item, an application's second item
+// under macOS 26 naming), so it must not be hidden by accident: its zone is the visible one.
 class ZoneCheck {
 public:
     // One line per item out of its zone ("Slack is hidden, its rule says alwaysHidden") and one
