@@ -120,6 +120,7 @@ public:
     // The two privacy grants, both on unless a test turns them off; what each one withholds is
     // told in SimulatedMac+Permissions.cpp. Nothing tells Quillet when they change, as on a Mac.
     void setScreenRecordingAllowed(bool allowed) { screenRecording_ = allowed; }
+    bool screenRecordingAllowed() const { return screenRecording_; }
     void setAccessibilityTrusted(bool trusted) { accessibility_ = trusted; }
     // An application that has stopped answering accessibility messages (busy or hung).
     void setApplicationHung(Pid pid, bool hung);

@@ -123,7 +123,7 @@ public:
     // Checks, once idle.
     std::vector<std::string> zoneProblems() {
         return sim::ZoneCheck::problems(mac().menuBar(), preferences().sectionByBundleID(),
-                                        mac().frontmostBundleID());
+                                        mac().frontmostBundleID(), mac().screenRecordingAllowed());
     }
     // What is in view matches the bar's state: the toggle and the visible zone always, the hidden
     // zone only while expanded, the always-hidden zone never unless all is revealed.

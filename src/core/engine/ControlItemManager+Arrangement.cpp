@@ -95,13 +95,8 @@ Task<> ControlItemManager::orderControlItems() {
     // The always-separator goes leftmost, so that the always-hidden zone starts empty and holds
     // only what the rules put there.
     if (alwaysSeparator) {
-        auto others = enumerator_.mainDisplayItems(deps_.ownPID);
-        // Found by their frames, our windows may not say they are ours.
-        std::erase_if(others, [&](const MenuBarItem& item) {
-            return item.isOwnControlItem || item.windowID == alwaysSeparator->windowID ||
-                   (separator && item.windowID == separator->windowID) ||
-                   (toggleWindow && item.windowID == toggleWindow->windowID);
-        });
+        auto others = mainDisplayItems();
+        std::erase_if(others, [](const MenuBarItem& item) { return item.isOwnControlItem; });
         auto leftmost = std::min_element(others.begin(), others.end(),
                                          [](const MenuBarItem& a, const MenuBarItem& b) {
                                              return a.frame.minX() < b.frame.minX();

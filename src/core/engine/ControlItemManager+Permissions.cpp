@@ -5,7 +5,9 @@
 
 #include "core/menubar/ScreenCoordinates.hpp"
 
+#include <algorithm>
 #include <cmath>
+#include <string>
 
 namespace quillet {
 
@@ -53,8 +55,32 @@ ControlItemManager::ownItemByFrame(std::string_view name,
     return own;
 }
 
+// Without titles (no Screen Recording on macOS 26) nothing in a reading of the bar says which
+// windows are ours. Marked here, in the one reading every check goes through, our borders can be
+// neither mistaken for another application's unruled items (which the checks pull into view)
+// nor found by one check and missed by the next.
+std::vector<MenuBarItem> ControlItemManager::mainDisplayItems() const {
+    auto items = enumerator_.mainDisplayItems(deps_.ownPID);
+    for (std::string_view name : {kAlwaysSeparatorName, kSeparatorName, kToggleName}) {
+        const bool titled = std::ranges::any_of(items, [&](const MenuBarItem& item) {
+            return item.isOwnControlItem && item.windowName == name;
+        });
+        const auto untitled = titled ? std::nullopt : ownItemByFrame(name, items);
+        if (!untitled) {
+            continue;
+        }
+        for (MenuBarItem& item : items) {
+            if (item.windowID == untitled->windowID) {
+                item.isOwnControlItem = true;
+                item.windowName = std::string(name);
+            }
+        }
+    }
+    return items;
+}
+
 bool ControlItemManager::controlItemsInOrder() const {
-    const auto controls = controlFrames(enumerator_.mainDisplayItems(deps_.ownPID));
+    const auto controls = controlFrames(mainDisplayItems());
     // Missing items cannot be ordered; there is nothing to repair then.
     if (controls.size() < 3) {
         return true;
@@ -65,7 +91,7 @@ bool ControlItemManager::controlItemsInOrder() const {
 
 bool ControlItemManager::collapseKeepsToggle() const {
     // The always-separator may be off the screen already; only these two matter here.
-    const auto controls = controlFrames(enumerator_.mainDisplayItems(deps_.ownPID));
+    const auto controls = controlFrames(mainDisplayItems());
     const auto separator = controls.find(kSeparatorName);
     const auto toggle = controls.find(kToggleName);
     return separator == controls.end() || toggle == controls.end() ||

@@ -11,8 +11,10 @@
 #include "core/menubar/SystemItemCatalog.hpp"
 #include "core/ports/InputInjector.hpp"
 #include "core/ports/LogSink.hpp"
+#include "core/ports/Workspace.hpp"
 #include "core/prefs/AppPreferences.hpp"
 
+#include <algorithm>
 #include <chrono>
 #include <string>
 
@@ -71,6 +73,12 @@ ControlItemManager::windowsNamedByRules(const std::vector<MenuBarItem>& items) c
             listed.insert(std::move(*key));
         }
     }
+    // Where each application owns its items' windows (before macOS 26) the owner names all of
+    // them, an application's second item too. Under macOS 26 one process owns them all, ours
+    // included, so an owner is trusted only while our own windows are listed as ours.
+    const bool ownersNameApplications = std::ranges::any_of(items, [&](const MenuBarItem& item) {
+        return item.isOwnControlItem && item.ownerPID == deps_.ownPID;
+    });
     std::map<WindowID, std::string> named;
     for (const auto& [key, section] : deps_.preferences.sectionByBundleID()) {
         if (listed.contains(key)) {
@@ -79,11 +87,19 @@ ControlItemManager::windowsNamedByRules(const std::vector<MenuBarItem>& items) c
         if (auto resolved = resolve(key, 0)) {
             named.emplace(resolved->windowID, key);
         }
+        const auto owners =
+            ownersNameApplications ? deps_.workspace.runningProcesses(key) : std::vector<Pid>{};
+        for (const MenuBarItem& item : items) {
+            if (!item.windowName && std::ranges::find(owners, item.ownerPID) != owners.end()) {
+                named.emplace(item.windowID, key);
+            }
+        }
     }
     return named;
 }
 
-// The frames of our control items among the items of one reading of the bar.
+// The frames of our control items among the items of one reading of the bar, as read by
+// `mainDisplayItems`.
 std::map<std::string_view, Rect>
 ControlItemManager::controlFrames(const std::vector<MenuBarItem>& items) const {
     std::map<std::string_view, Rect> frames;
@@ -94,20 +110,15 @@ ControlItemManager::controlFrames(const std::vector<MenuBarItem>& items) const {
             }
         }
     }
-    // Without titles (no Screen Recording on macOS 26) our windows are known by their frames.
-    for (std::string_view name : {kAlwaysSeparatorName, kSeparatorName, kToggleName}) {
-        if (!frames.contains(name)) {
-            if (auto own = ownItemByFrame(name, items)) {
-                frames.emplace(name, own->frame);
-            }
-        }
-    }
     return frames;
 }
 
 // One reading of the bar serves the whole check: it runs after every layout job.
 std::vector<ControlItemManager::Misplaced> ControlItemManager::misplacedItems() const {
-    const auto items = enumerator_.mainDisplayItems(deps_.ownPID);
+    // Our own windows must be known as ours even without their titles: a border taken for an
+    // unruled item of another application would be "repaired" into view, across the other
+    // border, and every zone after it would be wrong.
+    const auto items = mainDisplayItems();
     const auto controls = controlFrames(items);
     const auto border = controls.find(kAlwaysSeparatorName);
     const auto separator = controls.find(kSeparatorName);

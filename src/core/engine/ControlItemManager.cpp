@@ -150,13 +150,13 @@ void ControlItemManager::layoutJobFinished() {
 }
 
 std::optional<MenuBarItem> ControlItemManager::ownItem(std::string_view autosaveName) const {
-    auto items = enumerator_.mainDisplayItems(deps_.ownPID);
+    auto items = mainDisplayItems();
     for (auto& item : items) {
         if (item.isOwnControlItem && item.windowName == autosaveName) {
             return std::move(item);
         }
     }
-    return ownItemByFrame(autosaveName, items);
+    return std::nullopt;
 }
 
 void ControlItemManager::assertMainThread() const {

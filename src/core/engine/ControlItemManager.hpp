@@ -229,6 +229,9 @@ private:
     // the item, for when the window list gives our windows no titles.
     std::optional<MenuBarItem> ownItemByFrame(std::string_view name,
                                               const std::vector<MenuBarItem>& items) const;
+    // The items of the main display, left to right, with our control items marked as ours and
+    // named by their autosave names even where the window list withholds their titles.
+    std::vector<MenuBarItem> mainDisplayItems() const;
     // Whether the separator at its hiding length leaves the toggle on the screen: false only
     // when the separator is seen right of the toggle.
     bool collapseKeepsToggle() const;

@@ -171,8 +171,9 @@ ScenarioPlayer::Outcome ScenarioPlayer::play(const Printer& print) {
 ScenarioPlayer::Outcome ScenarioPlayer::outcome(SimulatedWorld& world,
                                                 const AppPreferences& preferences) {
     Outcome result;
-    result.zoneProblems = ZoneCheck::problems(world.mac.menuBar(), preferences.sectionByBundleID(),
-                                              world.mac.frontmostBundleID());
+    result.zoneProblems =
+        ZoneCheck::problems(world.mac.menuBar(), preferences.sectionByBundleID(),
+                            world.mac.frontmostBundleID(), world.mac.screenRecordingAllowed());
     const auto& events = world.mac.input().events();
     result.dragsPosted =
         std::count_if(events.begin(), events.end(), [](const SimulatedInput::PostedEvent& posted) {

@@ -35,8 +35,21 @@ MenuBarSection ZoneCheck::zoneFor(const MenuBarModel::Item& item, const SectionR
     return rule->second;
 }
 
+bool ZoneCheck::isIdentifiable(const MenuBarModel& bar, const MenuBarModel::Item& item,
+                               bool titlesListed) {
+    if (titlesListed) {
+        return true;
+    }
+    if (item.kind != MenuBarModel::Kind::application) {
+        return false;
+    }
+    return bar.naming() == MenuBarNaming::perApplication ||
+           bar.firstFrameOfProcess(item.pid) == bar.frame(item.window);
+}
+
 std::vector<std::string> ZoneCheck::problems(const MenuBarModel& bar, const SectionRules& rules,
-                                             const std::optional<std::string>& frontmost) {
+                                             const std::optional<std::string>& frontmost,
+                                             bool titlesListed) {
     const auto order = bar.order();
     auto positionOf = [&](const std::string& title) -> std::optional<std::size_t> {
         for (std::size_t i = 0; i < order.size(); ++i) {
@@ -65,7 +78,9 @@ std::vector<std::string> ZoneCheck::problems(const MenuBarModel& bar, const Sect
         const MenuBarSection zone = i < *alwaysSeparator ? MenuBarSection::alwaysHidden
                                     : i < *separator     ? MenuBarSection::hidden
                                                          : MenuBarSection::visible;
-        const MenuBarSection wanted = zoneFor(item, rules, frontmost);
+        const MenuBarSection wanted = isIdentifiable(bar, item, titlesListed)
+                                          ? zoneFor(item, rules, frontmost)
+                                          : MenuBarSection::visible;
         if (zone != wanted) {
             problems.push_back(name(item) + " is " + std::string(rawValue(zone)) +
                                ", its rule says " + std::string(rawValue(wanted)));

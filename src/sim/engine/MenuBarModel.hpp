@@ -102,6 +102,7 @@ public:
     double thickness() const { return thickness_; }
     const Rect& mainDisplay() const { return display_; }
     void setNaming(MenuBarNaming naming) { naming_ = naming; }
+    MenuBarNaming naming() const { return naming_; }
     void setOwnProcess(Pid pid, std::string name);
     Pid ownPID() const { return ownPID_; }
     void setControlCenterPID(Pid pid) { controlCenterPID_ = pid; }
