@@ -1,63 +1,37 @@
-// quillet-bench: how long listing the menu bar takes as the window list grows.
-// Target: rawItems and logicalItems under 0.2 ms for 500 windows, growing linearly.
-#include "core/menubar/ItemEnumerator.hpp"
-#include "sim/SimulatedMac.hpp"
+// quillet-bench: Google Benchmark timings of listing the menu bar, or, with --figures, the
+// figures of what a user feels: arrangement cost, idle and hot paths, and a day of use.
+//
+//   quillet-bench [Google Benchmark options]
+//   quillet-bench --figures [--short]
+
+#include "tools/bench/Figures.hpp"
 
 #include <benchmark/benchmark.h>
 
-namespace {
+#include <cstdio>
+#include <string_view>
 
-using namespace quillet;
-
-// A window list shaped like a busy Mac's: most windows are ordinary application windows, one in
-// eight is a status item (some named by bundle identifier, some system items, some untitled).
-sim::SimulatedMac generatedMac(int windows) {
-    sim::SimulatedMac mac;
-    mac.setDisplays({makeRect(0, 0, 1512, 982), makeRect(1512, 0, 2560, 1440)});
-    for (int i = 0; i < windows; ++i) {
-        const auto id = static_cast<WindowID>(i + 1);
-        const Pid pid = 1000 + i % 97;
-        if (i % 8 != 0) {
-            auto window = sim::SimulatedMac::statusItemWindow(
-                id, makeRect(i % 1200, 100 + i % 300, 800, 600), pid, "App", "Document");
-            window[WindowKey::layer] = {std::int64_t{0}};
-            mac.addWindow(std::move(window));
-            continue;
-        }
-        const double x = 1500.0 - (i / 8 % 60) * 24.0;
-        std::string title = i % 3 == 0   ? "com.example.app" + std::to_string(i % 50)
-                            : i % 3 == 1 ? "Battery-" + std::to_string(i % 5)
-                                         : "Item-" + std::to_string(i % 9);
-        mac.addWindow(sim::SimulatedMac::statusItemWindow(id, makeRect(x, 0, 24, 24), pid,
-                                                          "Control Center", title));
-        if (i % 3 == 0) {
-            mac.installApplication(title, "/Applications/App" + std::to_string(i % 50) + ".app");
-        }
+int main(int argc, char** argv) {
+    using namespace quillet::bench;
+    bool figures = false;
+    FigureOptions options;
+    for (int i = 1; i < argc; ++i) {
+        const std::string_view argument = argv[i];
+        figures = figures || argument == "--figures";
+        options.brief = options.brief || argument == "--short";
     }
-    return mac;
-}
-
-void BM_rawItems(benchmark::State& state) {
-    auto mac = generatedMac(static_cast<int>(state.range(0)));
-    ItemEnumerator enumerator(mac, mac, mac);
-    for (auto _ : state) {
-        benchmark::DoNotOptimize(enumerator.rawItems(4242));
+    if (figures) {
+        printArrangementFigures(options);
+        printIdleAndHotPathFigures(options);
+        printDayInTheLife(options);
+        std::fflush(stdout);
+        return 0;
     }
-    state.SetComplexityN(state.range(0));
-}
-
-void BM_logicalItems(benchmark::State& state) {
-    auto mac = generatedMac(static_cast<int>(state.range(0)));
-    ItemEnumerator enumerator(mac, mac, mac);
-    for (auto _ : state) {
-        benchmark::DoNotOptimize(enumerator.logicalItems(4242));
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
+        return 1;
     }
-    state.SetComplexityN(state.range(0));
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
 }
-
-BENCHMARK(BM_rawItems)->Arg(100)->Arg(500)->Arg(1000)->Arg(10000)->Complexity(benchmark::oN);
-BENCHMARK(BM_logicalItems)->Arg(100)->Arg(500)->Arg(1000)->Arg(10000)->Complexity(benchmark::oN);
-
-} // namespace
-
-BENCHMARK_MAIN();

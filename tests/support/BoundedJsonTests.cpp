@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <random>
 #include <string>
 
@@ -17,8 +18,11 @@ std::string nested(std::size_t depth, std::mt19937& random) {
     for (std::size_t i = 0; i < depth; ++i) {
         const bool array = random() % 2 == 0;
         open += array ? "[" : "{\"k\": ";
-        close.insert(0, array ? "]" : "}");
+        // Closed in reverse below; GCC 12's -O2 flags inserting at the front with a false
+        // -Wrestrict.
+        close += array ? ']' : '}';
     }
+    std::reverse(close.begin(), close.end());
     return open + "\"leaf\"" + close;
 }
 

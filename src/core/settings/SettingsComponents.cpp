@@ -76,7 +76,10 @@ std::string shapeOf(const SettingsRow& row) {
     for (const SettingsControl& control : row.trailing.controls) {
         shape += std::to_string(control.index());
         if (const auto* picker = std::get_if<SettingsSegmentedPicker>(&control)) {
-            shape += "/" + std::to_string(picker->segments.size());
+            // Appended piece by piece: GCC 12's -O2 flags `"/" + std::string&&` with a false
+            // -Wrestrict.
+            shape += '/';
+            shape += std::to_string(picker->segments.size());
         }
         shape += ",";
     }
@@ -104,7 +107,8 @@ std::string optional(const std::optional<std::string>& text) {
 } // namespace
 
 std::string shapeOf(const SettingsPage& page) {
-    std::string shape = "P" + optional(page.subtitle);
+    std::string shape = "P";
+    shape += optional(page.subtitle);
     for (const SettingsPageItem& item : page.content) {
         if (const auto* banner = std::get_if<SettingsBanner>(&item)) {
             shape += "|B" + std::to_string(static_cast<int>(banner->kind)) +

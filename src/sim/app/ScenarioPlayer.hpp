@@ -57,10 +57,10 @@ public:
 
     // Puts the scenario's items into the bar and its rules and profiles into the settings.
     static void stage(SimulatedQuillet& quillet, const Scenario& scenario);
-
-private:
+    // The figures of a world as it stands now (quillet-bench reads them of its own runs).
     static Outcome outcome(SimulatedWorld& world, const AppPreferences& preferences);
 
+private:
     Scenario scenario_;
     KeyValueStore* settings_;
     DropModel dropModel_;

@@ -197,9 +197,11 @@ double MenuBarModel::width(const Item& each) const {
 std::vector<Rect> MenuBarModel::layout() const {
     std::vector<Rect> frames(items_.size());
     double right = display_.maxX();
-    const auto gap = lifted_ ? lifted_->gap : std::nullopt;
+    // The slot after which the lifted item's gap opens; none when the gap is absent. A plain
+    // index rather than an optional: GCC 12's -O2 flags the optional as maybe uninitialized.
+    const std::size_t gapAfter = lifted_ && lifted_->gap ? *lifted_->gap : 0;
     for (std::size_t i = items_.size(); i-- > 0;) {
-        if (gap && *gap == i + 1) {
+        if (gapAfter == i + 1) {
             right -= width(lifted_->item);
         }
         const double itemWidth = width(items_[i]);

@@ -73,7 +73,12 @@ struct ControlText {
     // The stepper's label is hidden: only its arrows show.
     std::string operator()(const SettingsStepper&) const { return "[−|+]"; }
     std::string operator()(const SettingsPopUp& popUp) const {
-        return "[" + choiceTitle(popUp.choices, popUp.selectedTag) + " ▾]";
+        // Appended piece by piece: GCC 12's -O2 flags `"[" + std::string&&` with a false
+        // -Wrestrict.
+        std::string text = "[";
+        text += choiceTitle(popUp.choices, popUp.selectedTag);
+        text += " ▾]";
+        return text;
     }
     std::string operator()(const SettingsSegmentedPicker& picker) const {
         std::string text = "[";
@@ -96,7 +101,8 @@ struct ControlText {
 std::string trailing(const SettingsTrailing& trailing) {
     std::string text;
     for (const SettingsControl& item : trailing.controls) {
-        text += (text.empty() ? "" : " ") + control(item);
+        text += text.empty() ? "" : " ";
+        text += control(item);
     }
     return text;
 }
@@ -180,7 +186,8 @@ void renderAlert(const SettingsTextAlert& alert, std::vector<std::string>& lines
     lines.push_back("│ " + control(alert.field));
     std::string buttons;
     for (const auto& button : alert.buttons) {
-        buttons += (buttons.empty() ? "" : " ") + control(button);
+        buttons += buttons.empty() ? "" : " ";
+        buttons += control(button);
     }
     lines.push_back("└ " + buttons);
 }
