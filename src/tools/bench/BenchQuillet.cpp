@@ -42,7 +42,8 @@ PlatformPorts BenchQuillet::ports() {
             .keys = plain.keys,
             .panels = plain.panels,
             .screenCapture = plain.screenCapture,
-            .settingsWindows = plain.settingsWindows};
+            .settingsWindows = plain.settingsWindows,
+            .symbols = plain.symbols};
 }
 
 sim::SimulatedMac::Application benchApplication(int number) {
