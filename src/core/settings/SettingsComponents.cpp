@@ -94,8 +94,10 @@ std::string shapeOf(const SettingsCardItem& item) {
         return shapeOf(toggle->row());
     }
     if (const auto* itemRow = std::get_if<SettingsItemRow>(&item)) {
-        return "I" + std::to_string(static_cast<int>(itemRow->picture.kind)) +
-               shapeOf(itemRow->row());
+        std::string shape = "I";
+        shape += std::to_string(static_cast<int>(itemRow->picture.kind));
+        shape += shapeOf(itemRow->row());
+        return shape;
     }
     return "D";
 }
@@ -111,8 +113,10 @@ std::string shapeOf(const SettingsPage& page) {
     shape += optional(page.subtitle);
     for (const SettingsPageItem& item : page.content) {
         if (const auto* banner = std::get_if<SettingsBanner>(&item)) {
-            shape += "|B" + std::to_string(static_cast<int>(banner->kind)) +
-                     optional(banner->message) + (banner->hasButton() ? "+" : "-");
+            shape += "|B";
+            shape += std::to_string(static_cast<int>(banner->kind));
+            shape += optional(banner->message);
+            shape += banner->hasButton() ? "+" : "-";
             continue;
         }
         if (std::holds_alternative<SettingsSearchBar>(item)) {
@@ -125,7 +129,10 @@ std::string shapeOf(const SettingsPage& page) {
             continue;
         }
         const auto& card = std::get<SettingsCard>(item);
-        shape += "|C" + optional(card.title) + optional(card.footer) + "[";
+        shape += "|C";
+        shape += optional(card.title);
+        shape += optional(card.footer);
+        shape += "[";
         for (const SettingsCardItem& entry : card.content) {
             shape += shapeOf(entry);
         }
