@@ -276,8 +276,6 @@ TEST_F(GeneralPane, WhateverTheUserDoesTheWindowShowsWhatIsStored) {
         EXPECT_THAT(row("Reveal on hover"), HasSubstr(stored.autoRehide() ? "[on]" : "[off]"));
         EXPECT_THAT(row("Collapse at launch"),
                     HasSubstr(stored.collapseAtLaunch() ? "[on]" : "[off]"));
-        // Appended piece by piece: GCC 12's -O2 flags `"[" + std::string&&` with a false
-        // -Wrestrict.
         std::string hotKeyShown = "[";
         hotKeyShown += title(stored.hotKey());
         hotKeyShown += " ▾]";

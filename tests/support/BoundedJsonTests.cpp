@@ -18,8 +18,7 @@ std::string nested(std::size_t depth, std::mt19937& random) {
     for (std::size_t i = 0; i < depth; ++i) {
         const bool array = random() % 2 == 0;
         open += array ? "[" : "{\"k\": ";
-        // Closed in reverse below; GCC 12's -O2 flags inserting at the front with a false
-        // -Wrestrict.
+        // Closed in reverse below.
         close += array ? ']' : '}';
     }
     std::reverse(close.begin(), close.end());

@@ -76,8 +76,6 @@ std::string shapeOf(const SettingsRow& row) {
     for (const SettingsControl& control : row.trailing.controls) {
         shape += std::to_string(control.index());
         if (const auto* picker = std::get_if<SettingsSegmentedPicker>(&control)) {
-            // Appended piece by piece: GCC 12's -O2 flags `"/" + std::string&&` with a false
-            // -Wrestrict.
             shape += '/';
             shape += std::to_string(picker->segments.size());
         }

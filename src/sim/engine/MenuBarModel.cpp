@@ -284,7 +284,6 @@ std::string MenuBarModel::label(const Item& each) const {
         name += ' ';
         name += length.str();
     }
-    // Appended piece by piece: GCC 12's -O2 flags `"<" + std::string&&` with a false -Wrestrict.
     std::string bracketed = "<";
     bracketed += name;
     bracketed += '>';

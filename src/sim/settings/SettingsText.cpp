@@ -73,8 +73,6 @@ struct ControlText {
     // The stepper's label is hidden: only its arrows show.
     std::string operator()(const SettingsStepper&) const { return "[−|+]"; }
     std::string operator()(const SettingsPopUp& popUp) const {
-        // Appended piece by piece: GCC 12's -O2 flags `"[" + std::string&&` with a false
-        // -Wrestrict.
         std::string text = "[";
         text += choiceTitle(popUp.choices, popUp.selectedTag);
         text += " ▾]";
