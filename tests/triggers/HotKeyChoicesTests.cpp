@@ -19,7 +19,6 @@ namespace {
 struct Keys {
     std::uint32_t keyCode = 0;
     std::uint32_t modifiers = 0;
-    friend bool operator==(const Keys&, const Keys&) = default;
 };
 
 Keys keysShownAs(std::string_view title) {
