@@ -25,6 +25,9 @@ void setText(NSTextField* label, std::string_view text, CGFloat tracking = 0);
 // hierarchically in `color`; nil for a name the system does not know.
 NSImage* symbol(std::string_view name, CGFloat pointSize, NSFontWeight weight, NSColor* color);
 
+// A button showing the kit button's symbol, or else its title, that sends perform: to `target`.
+NSButton* button(const SettingsButton& shown, id target);
+
 // `content` inset by `insets` on a rounded rectangle filled with `fill` and outlined inside its
 // edge with `stroke` (nil: no outline). `shape` is the rectangle, for changing its look later.
 struct Rounded {

@@ -1,5 +1,6 @@
 #include "macos/settings/SettingsAppearance.h"
 
+#include "macos/settings/SettingsAction.h"
 #include "macos/support/Strings.h"
 
 namespace quillet::macos::SettingsAppearance {
@@ -182,6 +183,16 @@ void fillWidth(NSStackView* stack, NSView* view) {
         [view.leadingAnchor constraintEqualToAnchor:stack.leadingAnchor constant:insets.left],
         [view.trailingAnchor constraintEqualToAnchor:stack.trailingAnchor constant:-insets.right],
     ]];
+}
+
+NSButton* button(const SettingsButton& shown, id target) {
+    NSImage* image = shown.symbol.empty()
+                         ? nil
+                         : symbol(shown.symbol, 0, NSFontWeightRegular, color(Tint::secondary));
+    return image != nil ? [NSButton buttonWithImage:image target:target action:@selector(perform:)]
+                        : [NSButton buttonWithTitle:nonNilString(shown.title)
+                                             target:target
+                                             action:@selector(perform:)];
 }
 
 } // namespace quillet::macos::SettingsAppearance

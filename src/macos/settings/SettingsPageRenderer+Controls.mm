@@ -165,12 +165,7 @@ NSView* SettingsPageRenderer::button(Path path) {
             action();
         }
     });
-    NSImage* image = shown.symbol.empty()
-                         ? nil
-                         : symbol(shown.symbol, 0, NSFontWeightRegular, color(Tint::secondary));
-    NSButton* button =
-        image != nil ? [NSButton buttonWithImage:image target:target action:@selector(perform:)]
-                     : [NSButton buttonWithTitle:@"" target:target action:@selector(perform:)];
+    NSButton* button = SettingsAppearance::button(shown, target);
     if (shown.style == SettingsButton::Style::bordered) {
         button.bezelStyle = NSBezelStyleRounded;
     } else {

@@ -101,16 +101,7 @@ void SettingsPageRenderer::showSearchButtons(NSStackView* buttons, std::size_t i
                 }
             }];
         [targets addObject:target];
-        NSImage* image =
-            shown[index].symbol.empty()
-                ? nil
-                : symbol(shown[index].symbol, 0, NSFontWeightRegular, color(Tint::secondary));
-        NSButton* button = image != nil ? [NSButton buttonWithImage:image
-                                                             target:target
-                                                             action:@selector(perform:)]
-                                        : [NSButton buttonWithTitle:nonNilString(shown[index].title)
-                                                             target:target
-                                                             action:@selector(perform:)];
+        NSButton* button = SettingsAppearance::button(shown[index], target);
         // Plain and borderless buttons alike draw no bezel here.
         button.bordered = NO;
         button.toolTip = shown[index].toolTip.empty() ? nil : nsString(shown[index].toolTip);
