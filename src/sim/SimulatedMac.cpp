@@ -332,6 +332,15 @@ void SimulatedMac::post(const EventSource&, const MouseEvent& event) {
     }
     input_->record(event);
     pointer_ = flipped(event.location);
+    if (postedEventHandler_ && event.type != MouseEventType::leftMouseDragged) {
+        // Monitors run on the main thread, which reads the pointer when it gets to them.
+        auto deliver = [this, event] {
+            if (postedEventHandler_) {
+                postedEventHandler_(event);
+            }
+        };
+        scheduler_ ? scheduler_->post(deliver) : deliver();
+    }
     switch (event.type) {
     case MouseEventType::leftMouseDown:
         if ((event.flags & EventFlags::command) != 0) {
@@ -346,12 +355,6 @@ void SimulatedMac::post(const EventSource&, const MouseEvent& event) {
     case MouseEventType::leftMouseUp:
         // The first release drops a lifted item; a second one finds nothing to drop.
         bar_->drop(event.location.x);
-        break;
-    case MouseEventType::mouseMoved:
-        // Monitors run on the main thread, which reads the pointer when it gets to them.
-        if (postedMoveHandler_) {
-            scheduler_ ? scheduler_->post(postedMoveHandler_) : postedMoveHandler_();
-        }
         break;
     default:
         break;

@@ -79,6 +79,10 @@ public:
         journal_.push_back("local pointer monitor");
         return next_.addLocalMonitor(mask, std::move(h));
     }
+    std::optional<Token> addButtonMonitor(bool global,
+                                          std::function<void(const ButtonChange&)> h) override {
+        return next_.addButtonMonitor(global, std::move(h));
+    }
     void removeMonitor(Token token) override { next_.removeMonitor(token); }
 
 private:

@@ -72,6 +72,7 @@ void AppDelegate::applicationDidFinishLaunching() {
          services_.enforcer(), ports.log, services_.ownPID(), hooks_.showSettings,
          hooks_.startKeyboardNav, [&monitor] { monitor.showAgainAfterArrangement(); }});
     services_.publish(controlManager);
+    controlManager->watchToggleClicks(ports.pointer);
     const std::weak_ptr<ControlItemManager> manager = controlManager;
 
     services_.updater();

@@ -2,6 +2,7 @@
 
 #include "core/engine/ItemMover.hpp"
 #include "core/engine/PostEventAccessWatch.hpp"
+#include "core/engine/ToggleClickWatch.hpp"
 #include "core/menubar/AXResolver.hpp"
 #include "core/menubar/ItemEnumerator.hpp"
 #include "core/menubar/MenuBarItem.hpp"
@@ -29,6 +30,7 @@ class DisplayGeometry;
 class InputInjector;
 class LaunchAtLogin;
 class LogSink;
+class PointerMonitor;
 class Scheduler;
 class VisibleItemEnforcer;
 class WindowListSource;
@@ -125,6 +127,9 @@ public:
     // The toggle's action with the application's current event: a right click or a
     // Control-click opens the menu, any other click shows or hides the hidden zone.
     void toggleButtonClicked(std::optional<ButtonEvent> event);
+    // From now on, the toggle's clicks are also taken from what event monitors see, for the bar
+    // whose buttons do not report every click (see ToggleClickWatch).
+    void watchToggleClicks(PointerMonitor& pointer);
     // The toggle's menu as it would open now; built anew on every opening.
     std::vector<MenuEntry> contextMenuEntries() const;
     void presentContextMenu();
@@ -244,6 +249,7 @@ private:
     std::shared_ptr<StatusItem> alwaysSeparatorItem_;
     std::shared_ptr<StatusItem> separatorItem_;
     std::shared_ptr<StatusItem> toggleItem_;
+    std::unique_ptr<ToggleClickWatch> toggleClicks_;
     bool isExpanded_ = true;
     // Whether the always-hidden zone is shown too.
     bool isAllRevealed_ = true;
