@@ -21,6 +21,7 @@ class KeyboardNavController;
 class LaunchAtLogin;
 class LogSink;
 class LoginItem;
+class MenuBarHostReader;
 class PanelHost;
 class PointerMonitor;
 class ProcessContext;
@@ -47,6 +48,7 @@ struct PlatformPorts {
     DisplayGeometry& displays;
     Workspace& workspace;
     AccessibilityReader& accessibility;
+    MenuBarHostReader& menuBarHost;
     StatusBarHost& statusBar;
     InputInjector& input;
     HotKeyRegistrar& hotKeys;
