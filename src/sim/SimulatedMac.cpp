@@ -327,6 +327,9 @@ std::shared_ptr<SimStatusItem> SimulatedMac::ownStatusItem(const std::string& au
 }
 
 std::shared_ptr<StatusItem> SimulatedMac::createStatusItem(double length) {
+    if (!ownItemsAllowed_) {
+        return std::make_shared<SimStatusItem>(makeRect(0, 0, 0, menuBarThickness_), length);
+    }
     auto item = std::make_shared<SimStatusItem>(bar_, length);
     std::erase_if(statusItems_, [](const auto& entry) { return entry.second.expired(); });
     statusItems_[item->window()] = item;

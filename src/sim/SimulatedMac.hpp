@@ -261,6 +261,11 @@ public:
 
     // StatusBarHost
     std::shared_ptr<StatusItem> createStatusItem(double length) override;
+    // System Settings › Menu Bar › Allow in the Menu Bar, for Quillet: switched off, the items
+    // made from then on are never placed (known on macOS 26.1–26.6: the item keeps its birth
+    // frame, outside every menu bar; assumed: no window of it is listed, and the birth frame is
+    // at the bottom left of the main display).
+    void allowOwnItemsInMenuBar(bool allowed) { ownItemsAllowed_ = allowed; }
     void removeStatusItem(const std::shared_ptr<StatusItem>& item) override;
 
     // InputInjector
@@ -339,6 +344,7 @@ private:
     VirtualScheduler* scheduler_ = nullptr;
     std::function<void(const MouseEvent&)> postedEventHandler_;
     std::map<WindowID, std::weak_ptr<SimStatusItem>> statusItems_;
+    bool ownItemsAllowed_ = true;
     bool eventSourceAvailable_ = true;
     bool pointerEventAvailable_ = true;
     std::optional<WindowID> itemAt(Point location) const;

@@ -57,6 +57,11 @@ void ControlItemManager::watchToggleClicks(PointerMonitor& pointer) {
         .deliver = [this](std::optional<ButtonEvent> event) { toggleButtonClicked(event); }});
 }
 
+std::vector<std::optional<Rect>> ControlItemManager::controlItemFrames() const {
+    return {alwaysSeparatorItem_->windowFrame(), separatorItem_->windowFrame(),
+            toggleItem_->windowFrame()};
+}
+
 std::vector<MenuEntry> ControlItemManager::contextMenuEntries() const {
     MenuEntry launchAtLogin = entry("Launch at Login", kLaunchAtLoginAction);
     launchAtLogin.checked = deps_.launchAtLogin.isEnabled();

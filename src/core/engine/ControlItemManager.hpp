@@ -139,6 +139,8 @@ public:
     void openSettings();
     void startKeyboardNav();
 
+    // Where AppKit has put each of our control items (AppKit coordinates), as far as it says.
+    std::vector<std::optional<Rect>> controlItemFrames() const;
     // The window of one of our own control items on the main display.
     std::optional<MenuBarItem> ownItem(std::string_view autosaveName) const;
 
