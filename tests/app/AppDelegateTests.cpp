@@ -144,6 +144,19 @@ TEST_F(RunningQuillet, AnAutoApplicationsItemsShowWhileItIsFrontmostAndGoBackToH
     EXPECT_TRUE(onScreen(weather));
 }
 
+// Shown while in front, then ruled Always Show: leaving the front moves nothing.
+TEST_F(RunningQuillet, AnAutoItemRuledVisibleWhileShownStaysWhereItIs) {
+    launchAndSettle();
+    mac().activateApplication(kWeather.bundleID);
+    scheduler().runUntilIdle();
+    preferences().setSection(MenuBarSection::visible, kWeather.bundleID);
+    const auto posted = mac().input().events().size();
+    mac().activateApplication(kDocker.bundleID);
+    scheduler().runUntilIdle();
+    EXPECT_EQ(mac().input().events().size(), posted);
+    EXPECT_TRUE(onScreen(weather));
+}
+
 TEST_F(RunningQuillet, AProfileSwitchRearrangesButARuleChangeAloneDoesNot) {
     launchAndSettle();
     preferences().setSection(MenuBarSection::visible, kDropbox.bundleID);
