@@ -1,7 +1,5 @@
 #include "core/engine/ItemMover.hpp"
-#include "core/support/Task.hpp"
 #include "sim/SimulatedMac.hpp"
-#include "sim/VirtualScheduler.hpp"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -22,8 +20,7 @@ constexpr Pid kNotionPID = 702;
 // Right to left: clock 1425..1512, Control Center 1392..1425, Dropbox 1362..1392, our separator
 // 1340..1362 and Notion 1260..1340, wide enough to take a drop on either half.
 struct MoverScene {
-    explicit MoverScene(sim::VirtualScheduler* scheduler = nullptr)
-        : mac(scheduler ? SimulatedMac(*scheduler) : SimulatedMac()) {
+    MoverScene() {
         mac.setDisplays({makeRect(0, 0, 1512, 982)});
         mac.setPointerLocation({700, 500}); // 482 below the top
         mac.addControlCenterAndClock();
@@ -240,36 +237,6 @@ TEST_F(ItemMoverOverFixedWindowsTest, TheLastDragStepIsExactlyAtTheTarget) {
     EXPECT_EQ(std::prev(released)->event.type, MouseEventType::leftMouseDragged);
     EXPECT_EQ(std::prev(released)->event.location.x, target);
     EXPECT_EQ(released->event.location, (Point{target, 12}));
-}
-
-// As the app runs it: in background work, the main thread awaiting the result.
-class ItemMoverInTheAppTest : public ::testing::Test {
-protected:
-    Task<> moveInBackground(WindowID item, Side side, WindowID anchor) {
-        landed.push_back(co_await inBackground<bool>(scheduler, [=, this] {
-            return ItemMover::move(scene.mac, scene.mac, item, side, anchor, 6);
-        }));
-    }
-
-    sim::VirtualScheduler scheduler;
-    MoverScene scene{&scheduler};
-    std::vector<bool> landed;
-};
-
-TEST_F(ItemMoverInTheAppTest, ItemsLandOnTheRequestedSideInVirtualTime) {
-    auto& mac = scene.mac;
-    TaskHandle::spawn(scheduler, moveInBackground(scene.notion, Side::right, scene.separator));
-    scheduler.runUntilIdle();
-    EXPECT_EQ(scheduler.now(), mac.input().now()); // the drag's pauses, on the virtual clock
-    EXPECT_GE(mac.statusItemFrame(scene.notion)->minX(),
-              mac.statusItemFrame(scene.separator)->maxX() - 2);
-
-    TaskHandle::spawn(scheduler, moveInBackground(scene.dropbox, Side::left, scene.separator));
-    scheduler.runUntilIdle();
-    EXPECT_LE(mac.statusItemFrame(scene.dropbox)->maxX(),
-              mac.statusItemFrame(scene.separator)->minX() + 2);
-    EXPECT_THAT(landed, ElementsAre(true, true));
-    EXPECT_EQ(mac.renderMenuBar(), "[Dropbox] <separator> [Notion] | [BentoBox] [Clock]");
 }
 
 } // namespace
