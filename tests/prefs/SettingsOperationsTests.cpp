@@ -123,28 +123,23 @@ protected:
 
     // Every property's announcements, each checked to come while the old value is still held.
     void listen() {
-        auto heard = [this](const char* name, auto holdsOld) {
-            return [this, name, holdsOld](const auto&) {
-                announced.push_back(name);
-                EXPECT_TRUE(holdsOld()) << name << " stored before it was announced";
-            };
-        };
         auto& p = *prefs;
         tokens.push_back(p.objectWillChange().subscribe([this] { announced.push_back("will"); }));
-        tokens.push_back(p.autoRehideChanges().subscribeToChanges(
-            heard("autoRehide", [&] { return p.autoRehide() == model.autoRehide; })));
-        tokens.push_back(p.collapseAtLaunchChanges().subscribeToChanges(
-            heard("collapse", [&] { return p.collapseAtLaunch() == model.collapseAtLaunch; })));
-        tokens.push_back(p.hotKeyChanges().subscribeToChanges(
-            heard("hotKey", [&] { return p.hotKey() == model.hotKey; })));
-        tokens.push_back(p.spacerCountChanges().subscribeToChanges(
-            heard("spacers", [&] { return p.spacerCount() == model.spacerCount; })));
-        tokens.push_back(p.activeProfileChanges().subscribeToChanges(
-            heard("active", [&] { return p.activeProfile() == model.activeProfile; })));
-        tokens.push_back(p.profilesChanges().subscribeToChanges(
-            heard("profiles", [&] { return p.profiles() == model.profiles; })));
-        tokens.push_back(p.sectionByBundleIDChanges().subscribeToChanges(
-            heard("rules", [&] { return p.sectionByBundleID() == model.rules; })));
+        watch("autoRehide", p.autoRehideChanges(), &Model::autoRehide);
+        watch("collapse", p.collapseAtLaunchChanges(), &Model::collapseAtLaunch);
+        watch("hotKey", p.hotKeyChanges(), &Model::hotKey);
+        watch("spacers", p.spacerCountChanges(), &Model::spacerCount);
+        watch("active", p.activeProfileChanges(), &Model::activeProfile);
+        watch("profiles", p.profilesChanges(), &Model::profiles);
+        watch("rules", p.sectionByBundleIDChanges(), &Model::rules);
+    }
+
+    template <class T>
+    void watch(const char* name, const Observable<T>& property, T Model::*modelled) {
+        tokens.push_back(property.subscribeToChanges([this, name, &property, modelled](const T&) {
+            announced.push_back(name);
+            EXPECT_EQ(property.value(), model.*modelled) << name << " stored before announced";
+        }));
     }
 
     void expectModel(const std::string& when) {
