@@ -107,6 +107,10 @@ TEST_F(ItemMoverTest, LandsBesideTheAnchorAndTheCursorComesBack) {
     EXPECT_EQ(moved.event.location, pressed.event.location);
     EXPECT_EQ(released.event.location, drags.back().event.location);
     EXPECT_EQ(events().size(), drags.size() + 4);
+    // Step by step towards the drop; the last drag follows the anchor, which moved meanwhile.
+    for (std::size_t i = 1; i + 1 < drags.size(); ++i) {
+        EXPECT_LT(drags[i].event.location.x, drags[i - 1].event.location.x) << i;
+    }
     EXPECT_GE(pressed.time - moved.time, 20ms);
     EXPECT_GE(drags.front().time - pressed.time, 50ms);
     EXPECT_GE(released.time - drags.front().time, drags.size() * 14ms);
