@@ -11,9 +11,11 @@
 #include <fstream>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <random>
 #include <sstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace quillet {
@@ -105,9 +107,9 @@ std::vector<OddValue> oddValues() {
 
 // Runs of Quillet over one user defaults domain: seeded random changes of every setting and
 // profile, relaunches, and between runs an odd value under one of its keys or a run over a
-// truncated settings file. After every step the
-// settings are what the model says, every change is announced (after a word that one is coming)
-// while the old value still holds, and nothing the user stored is lost.
+// truncated settings file. After every step the settings are what the model says, every change
+// is announced (after a word that one is coming) while the old value still holds, and nothing
+// the user stored is lost.
 class SettingsOperations : public ::testing::TestWithParam<unsigned> {
 protected:
     SettingsOperations() : random(GetParam()) {}
