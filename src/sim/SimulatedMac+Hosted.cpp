@@ -82,6 +82,10 @@ HostedItem SimulatedMac::describeHosted(const MenuBarModel::Item& item, std::opt
         hosted.identifier = menuExtraIdentifier(item.title);
     }
     hosted.displayIndex = index;
+    if (frame && hostedFramesShifted_) {
+        frame->origin.x += mainDisplayBounds().minX() - displays_[index].minX();
+        frame->origin.y += mainDisplayBounds().minY() - displays_[index].minY();
+    }
     hosted.frame = frame;
     if (bar_->framesLag()) {
         auto [previous, firstRead] = hostedDescribed_.try_emplace({index, item.window}, frame);
@@ -114,15 +118,8 @@ SimulatedMac::hostedItems(std::chrono::milliseconds messagingTimeout) const {
 }
 
 bool SimulatedMac::userCommandDrags(WindowID item, double x) {
-    const Rect main = mainDisplayBounds();
-    std::optional<Rect> frame = bar_->frame(item);
-    // On the hosted bar only what the bar shows can be grabbed.
-    if (bar_->isHosted()) {
-        const auto slots = bar_->hostedLayout(main);
-        auto slot = std::find_if(slots.begin(), slots.end(),
-                                 [&](const auto& each) { return each.window == item; });
-        frame = slot == slots.end() ? std::nullopt : slot->frame;
-    }
+    // Only what the bar shows can be grabbed.
+    const auto frame = bar_->shownFrame(item);
     if (!frame || !bar_->lift(item, frame->center())) {
         return false;
     }

@@ -170,6 +170,9 @@ public:
     BarKind menuBarKind() const;
     // How much of every display's bar the app menus keep; the status area ends there.
     void setAppMenusWidth(double width) { bar_->setAppMenusWidth(width); }
+    // Reported with two displays (medium): the host gives the frames of a secondary display's
+    // items as if that display stood where the main one does.
+    void setHostedFramesInMainDisplayCoordinates(bool shifted) { hostedFramesShifted_ = shifted; }
     // A recorded host tree, listed before the live bar's items.
     void setRecordedHostedItems(std::vector<HostedItem> items);
     // The user Command-drags a movable item on the main display and releases it at `x`: it works
@@ -341,6 +344,7 @@ private:
     // The frame each hosted slot (display, window) gave at the previous read.
     mutable std::map<std::pair<std::size_t, WindowID>, std::optional<Rect>> hostedDescribed_;
     int ignoredSyntheticDrags_ = 0;
+    bool hostedFramesShifted_ = false;
 };
 
 } // namespace quillet::sim
