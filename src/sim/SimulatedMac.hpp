@@ -300,8 +300,9 @@ private:
     Window statusBarWindow(const MenuBarModel::Item& item, Rect frame) const;
     // The title as the window list gives it to our process.
     std::optional<std::string> listedTitle(MenuBarModel::WindowIdentity& identity) const;
-    // The calling thread waits `span` for an answer that does not come.
-    void waitForAnswer(Duration span) const;
+    // The calling thread waits for an answer that does not come: the messaging timeout, or the
+    // system's own when it is zero.
+    void waitForAnswer(std::chrono::milliseconds messagingTimeout) const;
     // Between window-server (top-left) and AppKit (bottom-left) coordinates; the flip is its own
     // inverse.
     Point flipped(Point location) const;
