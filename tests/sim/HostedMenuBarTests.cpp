@@ -92,6 +92,8 @@ TEST_F(HostedMenuBar, ItemsPushedPastTheStatusAreaGoToTheOverflowAndStayInTheTre
     EXPECT_EQ(slotOf(kSlack.pid)->frame, std::nullopt);
     EXPECT_EQ(slotOf(kOwnPID)->frame, makeRect(620, 0, 700, 24));
     EXPECT_EQ(mac.firstExtrasMenuBarChildFrame(kSlack.pid, 250ms), std::nullopt);
+    EXPECT_EQ(mac.shownItemFrame(slack), std::nullopt);
+    EXPECT_EQ(mac.shownItemFrame(dropbox), makeRect(1320, 0, 30, 24));
 }
 
 TEST_F(HostedMenuBar, FramesAreMissingAtFirstAndLagOneReadAfterAChange) {
