@@ -18,6 +18,10 @@
 //   EXPECT_EQ(mac.renderMenuBar(), "<separator> [Dropbox] [Battery] | [BentoBox] [Clock]");
 //   EXPECT_LE(mac.statusItemFrame(dropbox)->maxX(), separatorFrame.minX() + 2);
 //
+// macOS 27's hosted bar is the same scene seen another way: `mac.setMenuBarKind(BarKind::hosted)`
+// (SimulatedWorld::runMacOS(27) for a whole world) and read it through hostedItems, the host's
+// accessibility tree; SimulatedMac+Hosted.cpp says what changes.
+//
 // Status item windows are numbered from 1000 in the order they are made and listed after the
 // windows given with addWindow; `ownStatusItem(name)` finds our items to click them or read
 // their images. Run the item mover inside background work of the scheduler (`inBackground`), as
@@ -172,6 +176,9 @@ public:
     BarKind menuBarKind() const;
     // How much of every display's bar the app menus keep; the status area ends there.
     void setAppMenusWidth(double width) { bar_->setAppMenusWidth(width); }
+    // Reported with two displays (medium): the host gives the frames of a secondary display's
+    // items as if that display stood where the main one does.
+    void setHostedFramesInMainDisplayCoordinates(bool shifted) { hostedFramesShifted_ = shifted; }
     // A recorded host tree, listed before the live bar's items.
     void setRecordedHostedItems(std::vector<HostedItem> items);
     // The user Command-drags a movable item on the main display and releases it at `x`: it works
@@ -181,8 +188,10 @@ public:
     int ignoredSyntheticDrags() const { return ignoredSyntheticDrags_; }
     static constexpr Pid kMenuBarHostPID = 389;
 
-    // Reading the scene.
+    // Reading the scene. On the hosted bar statusItemFrame is where the item stands in the row,
+    // shownItemFrame where it shows on the main display: nowhere in the overflow or dropped.
     std::optional<Rect> statusItemFrame(WindowID window) const { return bar_->frame(window); }
+    std::optional<Rect> shownItemFrame(WindowID window) const { return bar_->shownFrame(window); }
     std::vector<WindowID> menuBarOrder() const { return bar_->order(); }
     std::string renderMenuBar() const { return bar_->render(); }
     const MenuBarModel& menuBar() const { return *bar_; }
@@ -309,8 +318,9 @@ private:
     Window statusBarWindow(const MenuBarModel::Item& item, Rect frame) const;
     // The title as the window list gives it to our process.
     std::optional<std::string> listedTitle(MenuBarModel::WindowIdentity& identity) const;
-    // The calling thread waits `span` for an answer that does not come.
-    void waitForAnswer(Duration span) const;
+    // The calling thread waits for an answer that does not come: the messaging timeout, or the
+    // system's own when it is zero.
+    void waitForAnswer(std::chrono::milliseconds messagingTimeout) const;
     // Between window-server (top-left) and AppKit (bottom-left) coordinates; the flip is its own
     // inverse.
     Point flipped(Point location) const;
@@ -355,6 +365,7 @@ private:
     // The frame each hosted slot (display, window) gave at the previous read.
     mutable std::map<std::pair<std::size_t, WindowID>, std::optional<Rect>> hostedDescribed_;
     int ignoredSyntheticDrags_ = 0;
+    bool hostedFramesShifted_ = false;
 };
 
 } // namespace quillet::sim
