@@ -91,6 +91,9 @@ void ControlItemManager::updateAppearance() {
 
 void ControlItemManager::setExpanded(bool expanded) {
     assertMainThread();
+    // Seen before the separator widens, while it is still on the bar.
+    const auto neighbour = !expanded && isExpanded_ ? hiddenNeighbour() : std::nullopt;
+    ++collapses_;
     isExpanded_ = expanded;
     if (expanded) {
         separatorItem_->setLength(kVariableStatusItemLength);
@@ -101,6 +104,9 @@ void ControlItemManager::setExpanded(bool expanded) {
         separatorItem_->setLength(kHidingLength);
     }
     updateAppearance();
+    if (neighbour) {
+        checkCollapse(*neighbour);
+    }
 }
 
 void ControlItemManager::toggle() {

@@ -5,12 +5,14 @@
 #include "core/menubar/AXResolver.hpp"
 #include "core/menubar/ItemEnumerator.hpp"
 #include "core/menubar/MenuBarItem.hpp"
+#include "core/ports/AlertPresenter.hpp"
 #include "core/ports/StatusBarHost.hpp"
 #include "core/prefs/MenuBarSection.hpp"
 #include "core/support/Task.hpp"
 
 #include <chrono>
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <map>
 #include <memory>
@@ -238,6 +240,25 @@ private:
     // Runs the arrangement last asked for again, once moves have become possible.
     void rearrangeAfterGrant();
 
+    // Checking every collapse (ControlItemManager+Collapse.cpp): the item next to the separator,
+    // seen before the separator widened, must have left the bar.
+    struct HiddenNeighbour {
+        std::string label;
+        WindowID window = 0;
+        // The display whose bar it was on.
+        Rect display;
+    };
+    std::optional<HiddenNeighbour> hiddenNeighbour() const;
+    static bool isOnBar(const Rect& frame, const Rect& display);
+    // Where the item is while it is still on the bar.
+    std::optional<Rect> neighbourOnBar(const HiddenNeighbour& neighbour) const;
+    void checkCollapse(HiddenNeighbour neighbour);
+    static Task<> checkCollapseLater(Scheduler& scheduler, std::weak_ptr<ControlItemManager> self,
+                                     std::uint64_t collapse, HiddenNeighbour neighbour, Rect seen);
+    void collapseFailed(const HiddenNeighbour& neighbour);
+    // Logs `line` and shows `alert`, the first time only for each `key`.
+    void tellOnce(const std::string& key, const std::string& line, const Alert& alert);
+
     Dependencies deps_;
     ItemEnumerator enumerator_;
     AXResolver accessibilityFrames_;
@@ -259,6 +280,11 @@ private:
     // Repairs tried again later, in a row, since the last time every item was in its zone.
     int repairRetries_ = 0;
     TaskHandle retryTask_;
+    // Counts every change of the hidden zone's state, so that a check finds whether the collapse
+    // it looks at still stands.
+    std::uint64_t collapses_ = 0;
+    TaskHandle collapseCheck_;
+    std::set<std::string> told_;
 };
 
 } // namespace quillet

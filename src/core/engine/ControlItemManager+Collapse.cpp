@@ -1,0 +1,132 @@
+// Verifying every collapse. Neither a separator's length nor our own windows prove that anything
+// was hidden (on the hosted bar of macOS 27 a long item is silently dropped, and on very wide
+// displays even 10000 pt may not reach), so the item next to the separator is looked at before
+// and after: it must have left the bar. When it has not, the bar is shown again, so that the
+// toggle never claims a hidden zone that the user can still see, and the user is told once.
+
+#include "core/engine/ControlItemManager.hpp"
+
+#include "core/ports/DisplayGeometry.hpp"
+#include "core/ports/LogSink.hpp"
+
+#include <algorithm>
+#include <chrono>
+#include <iterator>
+#include <string>
+
+namespace quillet {
+
+using namespace std::chrono_literals;
+
+namespace {
+
+// Positions lag after a change of length: the first look waits this long, and the item's place
+// is trusted once two looks this far apart agree, within a bounded number of looks.
+constexpr Duration kCollapseLookInterval = 150ms;
+constexpr int kMaxCollapseLooks = 10;
+
+} // namespace
+
+std::optional<ControlItemManager::HiddenNeighbour> ControlItemManager::hiddenNeighbour() const {
+    const auto items = mainDisplayItems();
+    const auto separator = std::find_if(items.begin(), items.end(), [](const MenuBarItem& item) {
+        return item.isOwnControlItem && item.windowName == kSeparatorName;
+    });
+    if (separator == items.end()) {
+        return std::nullopt;
+    }
+    const Rect display = deps_.displays.mainDisplayBounds();
+    for (auto item = std::make_reverse_iterator(separator); item != items.rend(); ++item) {
+        // The always-hidden border ends the hidden zone: an empty zone has nothing to show.
+        if (item->isOwnControlItem && item->windowName == kAlwaysSeparatorName) {
+            return std::nullopt;
+        }
+        // Our spacers travel with the zone but prove nothing about the other applications.
+        if (item->isOwnControlItem) {
+            continue;
+        }
+        if (!isOnBar(item->frame, display)) {
+            return std::nullopt;
+        }
+        return HiddenNeighbour{item->displayLabel, item->windowID, display};
+    }
+    return std::nullopt;
+}
+
+bool ControlItemManager::isOnBar(const Rect& frame, const Rect& display) {
+    // Pushed off the left edge, a window is no longer in this display's menu bar, even where it
+    // now overlaps a display further left: that display's bar has its own windows.
+    return frame.maxX() > display.minX() + 1.0;
+}
+
+std::optional<Rect> ControlItemManager::neighbourOnBar(const HiddenNeighbour& neighbour) const {
+    const auto frame = frameOf(neighbour.window);
+    return frame && isOnBar(*frame, neighbour.display) ? frame : std::nullopt;
+}
+
+void ControlItemManager::checkCollapse(HiddenNeighbour neighbour) {
+    collapseCheck_.cancel();
+    // A position read too early is the old one, never a later one: an item seen gone is gone,
+    // while one seen in place is only judged once two looks agree.
+    const auto first = neighbourOnBar(neighbour);
+    if (!first) {
+        return;
+    }
+    collapseCheck_ = TaskHandle::spawn(
+        deps_.scheduler, checkCollapseLater(deps_.scheduler, weak_from_this(), collapses_,
+                                            std::move(neighbour), *first));
+}
+
+Task<> ControlItemManager::checkCollapseLater(Scheduler& scheduler,
+                                              std::weak_ptr<ControlItemManager> self,
+                                              std::uint64_t collapse, HiddenNeighbour neighbour,
+                                              Rect seen) {
+    std::optional<Rect> previous = seen;
+    for (int look = 1; look < kMaxCollapseLooks; ++look) {
+        const bool waited = co_await sleep(scheduler, kCollapseLookInterval);
+        auto manager = self.lock();
+        // Another change of the bar since: that one is checked, if it needs to be.
+        if (!waited || !manager || manager->collapses_ != collapse) {
+            co_return;
+        }
+        const auto now = manager->neighbourOnBar(neighbour);
+        if (!now) {
+            co_return;
+        }
+        if (now == previous) {
+            manager->collapseFailed(neighbour);
+            co_return;
+        }
+        previous = now;
+    }
+    // Still on the bar after every look, only never twice in one place.
+    if (auto manager = self.lock(); manager && manager->collapses_ == collapse) {
+        manager->collapseFailed(neighbour);
+    }
+}
+
+void ControlItemManager::collapseFailed(const HiddenNeighbour& neighbour) {
+    setExpanded(true);
+    const std::string line = "Quillet: hiding did not work — " + neighbour.label +
+                             " is still in the menu bar after the separator widened, so the "
+                             "hidden items are shown again";
+    tellOnce("collapse-failed", line,
+             {"Quillet could not hide your menu bar items",
+              neighbour.label + " stayed in the menu bar when Quillet widened its separator, so "
+                                "Quillet shows the hidden items again instead of pretending.",
+              {"OK"}});
+}
+
+} // namespace quillet
+
+namespace quillet {
+
+void ControlItemManager::tellOnce(const std::string& key, const std::string& line,
+                                  const Alert& alert) {
+    (void)alert;
+    if (told_.insert(key).second) {
+        deps_.log.log(line);
+    }
+}
+
+} // namespace quillet
