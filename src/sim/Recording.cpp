@@ -1,5 +1,6 @@
 #include "sim/Recording.hpp"
 
+#include "core/support/Text.hpp"
 #include "sim/JsonInput.hpp"
 
 #include <nlohmann/json.hpp>
@@ -109,7 +110,7 @@ void parseApps(const json& apps, SimulatedMac& mac) {
     }
     for (const auto& [bundleID, path] : apps.items()) {
         if (!path.is_string()) {
-            throw Malformed{"app " + bundleID + ": the path must be a string"};
+            throw Malformed{"app " + quotedForMessage(bundleID) + ": the path must be a string"};
         }
         mac.installApplication(bundleID, path.get<std::string>());
     }

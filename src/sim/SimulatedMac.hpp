@@ -202,6 +202,12 @@ public:
     ImageRef icon(const std::string& path) const override;
     std::vector<Pid> runningProcesses(const std::string& bundleID) const override;
     std::optional<std::string> frontmostBundleID() const override { return frontmost_; }
+    // Every URL opened is recorded; all open.
+    bool openURL(const std::string& url) override {
+        openedURLs_.push_back(url);
+        return true;
+    }
+    const std::vector<std::string>& openedURLs() const { return openedURLs_; }
     ObserverToken addObserver(WorkspaceEvent event, std::function<void()> handler) override;
     void removeObserver(ObserverToken token) override;
     // Delivers a workspace notification to its observers, in the order they were added.
@@ -278,6 +284,7 @@ private:
     std::map<std::string, std::string> applications_;
     std::map<std::string, std::vector<Pid>> running_;
     std::optional<std::string> frontmost_;
+    std::vector<std::string> openedURLs_;
     struct Observer {
         WorkspaceEvent event;
         std::function<void()> handler;

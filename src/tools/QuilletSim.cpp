@@ -3,6 +3,7 @@
 #include "core/app/CommandLine.hpp"
 #include "core/app/MenuBarDebug.hpp"
 #include "core/menubar/ItemEnumerator.hpp"
+#include "core/support/Text.hpp"
 #include "sim/BoundedFile.hpp"
 #include "sim/HostProcessContext.hpp"
 #include "sim/Recording.hpp"
@@ -132,7 +133,7 @@ int playScenario(const std::vector<std::string>& arguments) {
         auto known = std::find_if(kDropModels.begin(), kDropModels.end(),
                                   [&](const auto& model) { return model.first == *name; });
         if (known == kDropModels.end()) {
-            return fail("unknown drop model " + *name + " (see --help)");
+            return fail("unknown drop model " + quotedForMessage(*name) + " (see --help)");
         }
         dropModel = known->second;
     }

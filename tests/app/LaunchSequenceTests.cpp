@@ -122,6 +122,7 @@ public:
     std::optional<std::string> frontmostBundleID() const override {
         return next_.frontmostBundleID();
     }
+    bool openURL(const std::string& url) override { return next_.openURL(url); }
     ObserverToken addObserver(WorkspaceEvent event, std::function<void()> handler) override {
         journal_.push_back(event == WorkspaceEvent::didLaunchApplication ? "observe launches"
                                                                          : "observe activations");
@@ -161,6 +162,7 @@ protected:
                 .defaults = ports.defaults,
                 .loginItem = ports.loginItem,
                 .updater = updater,
+                .alerts = ports.alerts,
                 .log = ports.log,
                 .keys = ports.keys,
                 .panels = ports.panels,

@@ -23,7 +23,7 @@ TEST(Recording, RejectsMalformedRecordingsWithOneLine) {
         {R"({"windows": [], "displays": {}})", "\"displays\" must be an array"},
         {R"({"windows": [], "ownPID": "me"})", "\"ownPID\" must be a process number"},
         {R"({"windows": [], "ownPID": 99999999999})", "\"ownPID\" must be a process number"},
-        {R"({"windows": [], "apps": {"a.b": 3}})", "app a.b: the path must be a string"},
+        {R"({"windows": [], "apps": {"a.b": 3}})", "app \"a.b\": the path must be a string"},
         {R"({"windows": [], "accessibility": "yes"})", "\"accessibility\" must be true or false"},
         {R"({"windows": [{"kCGWindowBounds": {"X": 1e300, "Y": 0, "Width": 1, "Height": 1}}]})",
          "window 0: bounds value X is out of range"},

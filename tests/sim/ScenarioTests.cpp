@@ -35,6 +35,10 @@ TEST(Scenario, RejectsMalformedScenariosWithOneLine) {
         {R"({"naming": "macOS7"})", "\"naming\" must be"},
         {R"({"rules": []})", "\"rules\" must be an object"},
         {R"({"steps": [{"do": "pressKey", "key": "tab"}]})", "step 1: there is no key \"tab\""},
+        // What a user wrote is quoted, never allowed to break the line.
+        {R"({"steps": [{"do": "da\nce"}]})", R"(step 1: there is no step "da\nce")"},
+        {R"({"steps": [{"do": "pressKey", "key": "\"\u0001"}]})", R"(no key "\"\u0001")"},
+        {R"({"permissions": {"cam\r": 1}})", R"(permission "cam\u000d" must be)"},
         {R"({"permissions": {"camera": false}})", "there is no permission \"camera\""},
         {R"({"permissions": {"accessibility": 0}})", "must be true or false"},
         {R"({"steps": [{"do": "setPermission", "permission": "camera", "granted": true}]})",
@@ -46,6 +50,7 @@ TEST(Scenario, RejectsMalformedScenariosWithOneLine) {
         auto result = sim::parseScenario(text);
         EXPECT_FALSE(result.value) << text;
         EXPECT_THAT(result.error, HasSubstr(message)) << text;
+        EXPECT_EQ(result.error.find_first_of("\n\r"), std::string::npos) << text;
     }
 }
 

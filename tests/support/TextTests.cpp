@@ -10,6 +10,14 @@
 namespace quillet {
 namespace {
 
+// A long name is cut, never inside a character, and says so.
+TEST(QuotedForMessage, CutsLongNamesBetweenCharacters) {
+    EXPECT_EQ(quotedForMessage("Wi‑Fi"), "\"Wi‑Fi\"");
+    const std::string long59(59, 'a');
+    EXPECT_EQ(quotedForMessage(long59 + "éclair"), "\"" + long59 + "…\"");
+    EXPECT_EQ(quotedForMessage(long59 + "b"), "\"" + long59 + "b\"");
+}
+
 // Only the alphabets named in Text.hpp are folded: characters of other scripts (capitals among
 // them, of two, three and four bytes), stray bytes and a sequence broken off come back as they
 // were, wherever they stand.

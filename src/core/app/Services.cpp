@@ -1,5 +1,6 @@
 #include "core/app/Services.hpp"
 
+#include "core/app/Notices.hpp"
 #include "core/engine/ControlItemManager.hpp"
 #include "core/engine/LaunchAtLogin.hpp"
 #include "core/engine/SpacerManager.hpp"
@@ -45,6 +46,12 @@ LaunchAtLogin& Services::launchAtLogin() {
 
 UpdaterManager& Services::updater() {
     return lazily(updater_, [&] { return std::make_unique<UpdaterManager>(ports_.updater); });
+}
+
+Notices& Services::notices() {
+    return lazily(notices_, [&] {
+        return std::make_unique<Notices>(ports_.alerts, ports_.workspace, ports_.log);
+    });
 }
 
 SpacerManager& Services::spacers() {

@@ -8,6 +8,7 @@
 namespace quillet {
 
 class AccessibilityReader;
+class AlertPresenter;
 class ActiveAppMonitor;
 class AppPreferences;
 class ApplicationShell;
@@ -21,6 +22,7 @@ class KeyboardNavController;
 class LaunchAtLogin;
 class LogSink;
 class LoginItem;
+class Notices;
 class PanelHost;
 class PointerMonitor;
 class ProcessContext;
@@ -54,6 +56,7 @@ struct PlatformPorts {
     KeyValueStore& defaults;
     LoginItem& loginItem;
     Updater& updater;
+    AlertPresenter& alerts;
     LogSink& log;
     KeyMonitor& keys;
     PanelHost& panels;
@@ -77,6 +80,7 @@ public:
     AppPreferences& preferences();
     LaunchAtLogin& launchAtLogin();
     UpdaterManager& updater();
+    Notices& notices();
     SpacerManager& spacers();
     VisibleItemEnforcer& enforcer();
     ActiveAppMonitor& activeAppMonitor();
@@ -95,6 +99,7 @@ private:
     std::unique_ptr<AppPreferences> preferences_;
     std::unique_ptr<LaunchAtLogin> launchAtLogin_;
     std::unique_ptr<UpdaterManager> updater_;
+    std::unique_ptr<Notices> notices_;
     std::unique_ptr<SpacerManager> spacers_;
     std::unique_ptr<VisibleItemEnforcer> enforcer_;
     std::unique_ptr<ActiveAppMonitor> activeAppMonitor_;

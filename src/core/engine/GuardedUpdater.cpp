@@ -12,7 +12,7 @@ void GuardedUpdater::start() {
 
 void GuardedUpdater::checkForUpdates() {
     if (!isAvailable()) {
-        alerts_.present(unavailableAlert());
+        alerts_.present(unavailableAlert(), {});
         return;
     }
     framework_.checkForUpdates();

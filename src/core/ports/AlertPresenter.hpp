@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -18,7 +20,10 @@ struct Alert {
 class AlertPresenter {
 public:
     virtual ~AlertPresenter() = default;
-    virtual void present(const Alert& alert) = 0;
+    // Shows `alert`; `chosen`, when given, learns which button the user picked (its index in
+    // `buttons`). The alert may open after the caller has returned, so the caller is never
+    // re-entered while the alert is up.
+    virtual void present(const Alert& alert, std::function<void(std::size_t)> chosen) = 0;
 };
 
 } // namespace quillet

@@ -29,6 +29,9 @@ public:
     virtual std::vector<Pid> runningProcesses(const std::string& bundleID) const = 0;
     // The bundle identifier of the frontmost application, if it has one.
     virtual std::optional<std::string> frontmostBundleID() const = 0;
+    // Opens a URL with the application that handles it (a System Settings page, say); false
+    // when the URL is malformed or nothing opens it.
+    virtual bool openURL(const std::string& url) = 0;
 
     // Observes the workspace's own notification center, delivering on the main thread; the
     // returned token removes the observer.

@@ -150,4 +150,38 @@ std::string_view trimmedSpacesAndTabs(std::string_view text) {
     return text.substr(first, text.find_last_not_of(" \t") - first + 1);
 }
 
+std::string quotedForMessage(std::string_view text) {
+    constexpr std::size_t kLongest = 60;
+    std::string_view shown = text;
+    if (shown.size() > kLongest) {
+        std::size_t cut = kLongest;
+        // Never split a character: back up over continuation bytes (10xxxxxx).
+        while (cut > 0 && (static_cast<unsigned char>(text[cut]) & 0xC0) == 0x80) {
+            --cut;
+        }
+        shown = text.substr(0, cut);
+    }
+    std::string quoted = "\"";
+    for (char c : shown) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (c == '"' || c == '\\') {
+            quoted += '\\';
+            quoted += c;
+        } else if (c == '\n') {
+            quoted += "\\n";
+        } else if (c == '\t') {
+            quoted += "\\t";
+        } else if (byte < 0x20 || byte == 0x7F) {
+            static constexpr char kHex[] = "0123456789abcdef";
+            quoted += "\\u00";
+            quoted += kHex[byte >> 4];
+            quoted += kHex[byte & 0xF];
+        } else {
+            quoted += c;
+        }
+    }
+    quoted += shown.size() < text.size() ? "…\"" : "\"";
+    return quoted;
+}
+
 } // namespace quillet

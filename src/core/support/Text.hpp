@@ -20,6 +20,11 @@ std::string lowercased(std::string_view text);
 // positive as `a` comes before, with or after `b`.
 int localizedCaseInsensitiveCompare(std::string_view a, std::string_view b);
 
+// `text` as a one-line message shows what a user wrote: in double quotes, with quotes,
+// backslashes and control characters escaped (so a name can never break the line), and cut
+// after 60 bytes, on a character boundary, with "…".
+std::string quotedForMessage(std::string_view text);
+
 // `text` without the spaces and tabs at either end; newlines and other white space stay.
 std::string_view trimmedSpacesAndTabs(std::string_view text);
 

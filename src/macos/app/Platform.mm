@@ -22,6 +22,7 @@ PlatformPorts Platform::ports() {
             .defaults = defaults,
             .loginItem = loginItem,
             .updater = updater,
+            .alerts = alerts,
             .log = log,
             .keys = keys,
             .panels = panels,

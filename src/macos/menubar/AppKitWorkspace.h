@@ -23,6 +23,7 @@ public:
     ImageRef icon(const std::string& path) const override;
     std::vector<Pid> runningProcesses(const std::string& bundleID) const override;
     std::optional<std::string> frontmostBundleID() const override;
+    bool openURL(const std::string& url) override;
     ObserverToken addObserver(WorkspaceEvent event, std::function<void()> handler) override;
     void removeObserver(ObserverToken token) override;
 

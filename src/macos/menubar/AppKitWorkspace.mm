@@ -83,6 +83,12 @@ std::optional<std::string> AppKitWorkspace::frontmostBundleID() const {
     return utf8String([[[NSWorkspace sharedWorkspace] frontmostApplication] bundleIdentifier]);
 }
 
+bool AppKitWorkspace::openURL(const std::string& url) {
+    NSString* text = nsString(url);
+    NSURL* target = text == nil ? nil : [NSURL URLWithString:text];
+    return target != nil && [[NSWorkspace sharedWorkspace] openURL:target];
+}
+
 Workspace::ObserverToken AppKitWorkspace::addObserver(WorkspaceEvent event,
                                                       std::function<void()> handler) {
     // The block keeps its own copy of the handler until the observer is removed.

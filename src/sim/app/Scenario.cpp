@@ -1,5 +1,6 @@
 #include "sim/app/Scenario.hpp"
 
+#include "core/support/Text.hpp"
 #include "sim/nav/NavigationSteps.hpp"
 #include "sim/settings/SettingsSteps.hpp"
 
@@ -101,7 +102,7 @@ Scenario::Step parseStep(const json& entry, const std::string& where) {
     }
     auto action = actions().find(name);
     if (action == actions().end()) {
-        throw Malformed{where + ": there is no step \"" + name + "\""};
+        throw Malformed{where + ": there is no step " + quotedForMessage(name)};
     }
     Scenario::Step step;
     step.action = action->second;
@@ -130,7 +131,7 @@ Scenario::Step parseStep(const json& entry, const std::string& where) {
     case Scenario::Action::pressKey:
         step.argument = text(entry, "key", where);
         if (!NavigationSteps::keyCode(step.argument)) {
-            throw Malformed{where + ": there is no key \"" + step.argument + "\""};
+            throw Malformed{where + ": there is no key " + quotedForMessage(step.argument)};
         }
         break;
     default:
@@ -145,14 +146,14 @@ void parsePermissions(const json& permissions, Scenario& scenario) {
     }
     for (const auto& [name, granted] : permissions.items()) {
         if (!granted.is_boolean()) {
-            throw Malformed{"permission \"" + name + "\" must be true or false"};
+            throw Malformed{"permission " + quotedForMessage(name) + " must be true or false"};
         }
         if (name == "accessibility") {
             scenario.accessibility = granted.get<bool>();
         } else if (name == "screenRecording") {
             scenario.screenRecording = granted.get<bool>();
         } else {
-            throw Malformed{"there is no permission \"" + name + "\""};
+            throw Malformed{"there is no permission " + quotedForMessage(name)};
         }
     }
 }

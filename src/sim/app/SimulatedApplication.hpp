@@ -5,6 +5,8 @@
 #include "core/ports/LoginItem.hpp"
 #include "core/ports/Updater.hpp"
 
+#include <cstddef>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -72,13 +74,30 @@ private:
 };
 
 // The alerts shown to the user, in order.
+// Alerts stay up until the simulated user picks a button.
 class SimulatedAlerts : public AlertPresenter {
 public:
-    void present(const Alert& alert) override { shown_.push_back(alert); }
+    void present(const Alert& alert, std::function<void(std::size_t)> chosen) override {
+        shown_.push_back(alert);
+        unanswered_.push_back(std::move(chosen));
+    }
     const std::vector<Alert>& shown() const { return shown_; }
+    // The user picks `button` on the oldest alert still up; false when none is.
+    bool choose(std::size_t button) {
+        if (unanswered_.empty()) {
+            return false;
+        }
+        auto chosen = std::move(unanswered_.front());
+        unanswered_.erase(unanswered_.begin());
+        if (chosen) {
+            chosen(button);
+        }
+        return true;
+    }
 
 private:
     std::vector<Alert> shown_;
+    std::vector<std::function<void(std::size_t)>> unanswered_;
 };
 
 } // namespace quillet::sim

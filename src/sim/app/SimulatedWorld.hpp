@@ -54,6 +54,7 @@ struct SimulatedWorld {
                 .defaults = userDefaults,
                 .loginItem = loginItem,
                 .updater = updater,
+                .alerts = alerts,
                 .log = log,
                 .keys = mac.keyboard(),
                 .panels = panels,
@@ -73,6 +74,7 @@ struct SimulatedWorld {
     SimulatedApplication application;
     SimulatedLoginItem loginItem;
     SimulatedUpdater updater;
+    SimulatedAlerts alerts;
     SimulatedPanels panels;
     SimulatedPrivacyPrompts privacyPrompts{mac, scheduler};
     SimulatedSettingsWindows settingsWindows;

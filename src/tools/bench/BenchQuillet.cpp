@@ -38,6 +38,7 @@ PlatformPorts BenchQuillet::ports() {
             .defaults = plain.defaults,
             .loginItem = plain.loginItem,
             .updater = plain.updater,
+            .alerts = plain.alerts,
             .log = plain.log,
             .keys = plain.keys,
             .panels = plain.panels,
