@@ -112,6 +112,8 @@ TEST_F(EngineScene, ACollapseThatLeavesTheHiddenZoneInViewIsUndoneAndToldOnce) {
         return line.starts_with("Quillet: hiding did not work — com.getdropbox.dropbox is still");
     });
     EXPECT_EQ(told, 1);
+    ASSERT_EQ(alerts.shown().size(), 1u);
+    EXPECT_EQ(alerts.shown()[0].messageText, "Quillet could not hide your menu bar items");
 }
 
 TEST_F(ControlItemsTest, RightAndControlClicksOpenTheMenuWhileOtherClicksToggleTheHiddenZone) {

@@ -69,8 +69,9 @@ void AppDelegate::applicationDidFinishLaunching() {
     controlManager = ControlItemManager::make(
         {ports.scheduler, ports.statusBar, ports.windows, ports.displays, ports.workspace,
          ports.accessibility, ports.input, services_.launchAtLogin(), preferences,
-         services_.enforcer(), ports.log, services_.ownPID(), hooks_.showSettings,
-         hooks_.startKeyboardNav, [&monitor] { monitor.showAgainAfterArrangement(); }});
+         services_.enforcer(), ports.log, services_.notices(), services_.ownPID(),
+         hooks_.showSettings, hooks_.startKeyboardNav,
+         [&monitor] { monitor.showAgainAfterArrangement(); }});
     services_.publish(controlManager);
     const std::weak_ptr<ControlItemManager> manager = controlManager;
 

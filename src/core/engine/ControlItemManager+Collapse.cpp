@@ -6,6 +6,7 @@
 
 #include "core/engine/ControlItemManager.hpp"
 
+#include "core/app/Notices.hpp"
 #include "core/ports/DisplayGeometry.hpp"
 #include "core/ports/LogSink.hpp"
 
@@ -110,23 +111,13 @@ void ControlItemManager::collapseFailed(const HiddenNeighbour& neighbour) {
     const std::string line = "Quillet: hiding did not work — " + neighbour.label +
                              " is still in the menu bar after the separator widened, so the "
                              "hidden items are shown again";
-    tellOnce("collapse-failed", line,
-             {"Quillet could not hide your menu bar items",
-              neighbour.label + " stayed in the menu bar when Quillet widened its separator, so "
-                                "Quillet shows the hidden items again instead of pretending.",
-              {"OK"}});
-}
-
-} // namespace quillet
-
-namespace quillet {
-
-void ControlItemManager::tellOnce(const std::string& key, const std::string& line,
-                                  const Alert& alert) {
-    (void)alert;
-    if (told_.insert(key).second) {
-        deps_.log.log(line);
-    }
+    deps_.notices.post(
+        {"collapse-failed", line,
+         Alert{"Quillet could not hide your menu bar items",
+               neighbour.label + " stayed in the menu bar when Quillet widened its separator, so "
+                                 "Quillet shows the hidden items again instead of pretending.",
+               {"OK"}},
+         std::nullopt});
 }
 
 } // namespace quillet

@@ -5,7 +5,6 @@
 #include "core/menubar/AXResolver.hpp"
 #include "core/menubar/ItemEnumerator.hpp"
 #include "core/menubar/MenuBarItem.hpp"
-#include "core/ports/AlertPresenter.hpp"
 #include "core/ports/StatusBarHost.hpp"
 #include "core/prefs/MenuBarSection.hpp"
 #include "core/support/Task.hpp"
@@ -31,6 +30,7 @@ class DisplayGeometry;
 class InputInjector;
 class LaunchAtLogin;
 class LogSink;
+class Notices;
 class Scheduler;
 class VisibleItemEnforcer;
 class WindowListSource;
@@ -61,6 +61,8 @@ public:
         // Seeded at the end of every full arrangement, so that what is there now is not new.
         VisibleItemEnforcer& enforcer;
         LogSink& log;
+        // What Quillet could not do, told to the user once per run.
+        Notices& notices;
         Pid ownPID = 0;
         // The settings window and keyboard navigation, supplied by the application's wiring.
         std::function<void()> openSettings;
@@ -256,8 +258,6 @@ private:
     static Task<> checkCollapseLater(Scheduler& scheduler, std::weak_ptr<ControlItemManager> self,
                                      std::uint64_t collapse, HiddenNeighbour neighbour, Rect seen);
     void collapseFailed(const HiddenNeighbour& neighbour);
-    // Logs `line` and shows `alert`, the first time only for each `key`.
-    void tellOnce(const std::string& key, const std::string& line, const Alert& alert);
 
     Dependencies deps_;
     ItemEnumerator enumerator_;
@@ -284,7 +284,6 @@ private:
     // it looks at still stands.
     std::uint64_t collapses_ = 0;
     TaskHandle collapseCheck_;
-    std::set<std::string> told_;
 };
 
 } // namespace quillet
