@@ -20,6 +20,10 @@ constexpr std::array<WindowKey, 6> kWindowKeys{WindowKey::layer,     WindowKey::
 
 // Beyond this, a coordinate is no longer one a display could have.
 constexpr double kCoordinateLimit = 1e15;
+// More displays than a Mac drives, and versions macOS never had.
+constexpr std::size_t kMostDisplays = 64;
+constexpr int kFirstVersion = 10;
+constexpr int kLastVersion = 99;
 
 WindowValue toWindowValue(const json& value) {
     switch (value.type()) {
@@ -79,13 +83,22 @@ SimulatedMac::Window parseWindow(const json& entry, std::size_t index) {
     return window;
 }
 
-double coordinate(const json& display, const char* name, std::size_t index) {
-    auto member = display.find(name);
-    if (member == display.end() || !member->is_number() ||
+// A coordinate member of `object`, which `where` names in the message.
+double coordinate(const json& object, const char* name, const std::string& where) {
+    auto member = object.find(name);
+    if (member == object.end() || !member->is_number() ||
         !(std::fabs(member->get<double>()) < kCoordinateLimit)) {
-        throw Malformed{"display " + std::to_string(index) + ": \"" + name + "\" must be a number"};
+        throw Malformed{where + ": \"" + name + "\" must be a number"};
     }
     return member->get<double>();
+}
+
+// "x", "y", "w" and "h" of `object`, read in that order so that the first bad one is named.
+Rect rectangle(const json& object, const std::string& where) {
+    const double x = coordinate(object, "x", where);
+    const double y = coordinate(object, "y", where);
+    const double w = coordinate(object, "w", where);
+    return makeRect(x, y, w, coordinate(object, "h", where));
 }
 
 std::vector<Rect> parseDisplays(const json& displays) {
@@ -97,11 +110,89 @@ std::vector<Rect> parseDisplays(const json& displays) {
         if (!displays[i].is_object()) {
             throw Malformed{"display " + std::to_string(i) + " is not an object"};
         }
-        bounds.push_back(makeRect(coordinate(displays[i], "x", i), coordinate(displays[i], "y", i),
-                                  coordinate(displays[i], "w", i),
-                                  coordinate(displays[i], "h", i)));
+        bounds.push_back(rectangle(displays[i], "display " + std::to_string(i)));
     }
     return bounds;
+}
+
+Pid processNumber(const json& object, const char* name, const std::string& where) {
+    auto member = object.find(name);
+    if (member == object.end() || !member->is_number_integer() || *member < INT32_MIN ||
+        *member > INT32_MAX) {
+        throw Malformed{where + ": \"" + name + "\" must be a process number"};
+    }
+    return member->get<Pid>();
+}
+
+std::optional<Rect> parseSlotFrame(const json& slot, const std::string& where) {
+    auto frame = slot.find("frame");
+    if (frame == slot.end() || frame->is_null()) {
+        return std::nullopt;
+    }
+    if (!frame->is_object()) {
+        throw Malformed{where + ": \"frame\" must be an object"};
+    }
+    return rectangle(*frame, where);
+}
+
+HostedItem parseSlot(const json& slot, std::size_t index) {
+    const std::string where = "host slot " + std::to_string(index);
+    if (!slot.is_object()) {
+        throw Malformed{where + " is not an object"};
+    }
+    HostedItem item;
+    item.owner = processNumber(slot, "ownerPID", where);
+    if (auto identifier = slot.find("identifier"); identifier != slot.end()) {
+        if (!identifier->is_string()) {
+            throw Malformed{where + ": \"identifier\" must be a string"};
+        }
+        item.identifier = identifier->get<std::string>();
+    }
+    if (auto display = slot.find("display"); display != slot.end()) {
+        if (!display->is_number_unsigned() || *display > kMostDisplays) {
+            throw Malformed{where + ": \"display\" must be a display's index"};
+        }
+        item.displayIndex = display->get<std::size_t>();
+    }
+    item.frame = parseSlotFrame(slot, where);
+    return item;
+}
+
+std::vector<HostedItem> parseHostTree(const json& slots) {
+    if (!slots.is_array()) {
+        throw Malformed{"\"menuBarHost\" must be an array"};
+    }
+    std::vector<HostedItem> items;
+    for (std::size_t i = 0; i < slots.size(); ++i) {
+        items.push_back(parseSlot(slots[i], i));
+    }
+    return items;
+}
+
+void parseRunning(const json& running, SimulatedMac& mac) {
+    if (!running.is_array()) {
+        throw Malformed{"\"running\" must be an array"};
+    }
+    for (std::size_t i = 0; i < running.size(); ++i) {
+        const std::string where = "running application " + std::to_string(i);
+        const json& entry = running[i];
+        if (!entry.is_object()) {
+            throw Malformed{where + " is not an object"};
+        }
+        const Pid pid = processNumber(entry, "pid", where);
+        auto bundleID = entry.find("bundleID");
+        auto name = entry.find("name");
+        if (bundleID == entry.end() || !bundleID->is_string() ||
+            (name != entry.end() && !name->is_string())) {
+            throw Malformed{where + ": \"bundleID\" and \"name\" must be strings"};
+        }
+        auto pids = mac.runningProcesses(bundleID->get<std::string>());
+        pids.push_back(pid);
+        mac.setRunningProcesses(bundleID->get<std::string>(), std::move(pids));
+        if (name != entry.end()) {
+            mac.setProcessName(pid, name->get<std::string>());
+        }
+    }
 }
 
 void parseApps(const json& apps, SimulatedMac& mac) {
@@ -150,6 +241,20 @@ Recording parse(const json& document) {
     }
     if (auto apps = document.find("apps"); apps != document.end()) {
         parseApps(*apps, recording.mac);
+    }
+    if (auto version = document.find("macOS"); version != document.end()) {
+        if (!version->is_number_integer() || *version < kFirstVersion || *version > kLastVersion) {
+            throw Malformed{"\"macOS\" must be a major version such as 26"};
+        }
+        recording.osMajorVersion = version->get<int>();
+    }
+    if (auto running = document.find("running"); running != document.end()) {
+        parseRunning(*running, recording.mac);
+    }
+    if (auto host = document.find("menuBarHost"); host != document.end()) {
+        recording.mac.setRecordedHostedItems(parseHostTree(*host));
+        recording.mac.setRunningProcesses(std::string(kMenuBarHostBundleID),
+                                          {SimulatedMac::kMenuBarHostPID});
     }
     recording.mac.setScreenRecordingAllowed(flag(document, "screenRecording"));
     recording.mac.setAccessibilityTrusted(flag(document, "accessibility"));

@@ -67,8 +67,12 @@ SimulatedMac::SimulatedMac(VirtualScheduler& scheduler) : scheduler_(&scheduler)
 }
 
 void SimulatedMac::setDisplays(std::vector<Rect> displays) {
+    const bool changed = displays != displays_;
     displays_ = std::move(displays);
     bar_->setGeometry(mainDisplayBounds(), menuBarThickness_);
+    if (changed) {
+        notify(WorkspaceEvent::didChangeScreenParameters);
+    }
 }
 
 void SimulatedMac::setMenuBarThickness(double thickness) {
@@ -94,6 +98,12 @@ bool SimulatedMac::visitWindowList(const Visitor& visit) const {
     }
     for (const Window& window : windows_) {
         visit(WindowView(window));
+    }
+    if (bar_->isHosted()) {
+        for (const Window& bar : hostedBarWindows()) {
+            visit(WindowView(bar));
+        }
+        return true;
     }
     for (const MenuBarModel::Item* item : bar_->itemsByWindow()) {
         visit(WindowView(statusBarWindow(*item, *bar_->frame(item->window))));
@@ -122,7 +132,7 @@ bool SimulatedMac::visitWindowDescription(WindowID window, const Visitor& visit)
     }
     if (const Window* found = findWindow(window)) {
         visit(WindowView(*found));
-    } else if (const MenuBarModel::Item* item = bar_->item(window)) {
+    } else if (const MenuBarModel::Item* item = bar_->item(window); item && !bar_->isHosted()) {
         // The window server's answer may lag behind a move; the model keeps track of that.
         visit(WindowView(statusBarWindow(*item, *bar_->describedFrame(window))));
     }
@@ -187,6 +197,22 @@ std::vector<Pid> SimulatedMac::runningProcesses(const std::string& bundleID) con
     return found == running_.end() ? std::vector<Pid>{} : found->second;
 }
 
+std::optional<RunningApplication> SimulatedMac::runningApplication(Pid pid) const {
+    for (const auto& [bundleID, pids] : running_) {
+        if (std::find(pids.begin(), pids.end(), pid) == pids.end()) {
+            continue;
+        }
+        if (auto name = processNames_.find(pid); name != processNames_.end()) {
+            return RunningApplication{bundleID, name->second};
+        }
+        auto items = bar_->itemsByWindow();
+        auto own = std::find_if(items.begin(), items.end(),
+                                [&](const MenuBarModel::Item* item) { return item->pid == pid; });
+        return RunningApplication{bundleID, own == items.end() ? "" : (*own)->appName};
+    }
+    return std::nullopt;
+}
+
 Workspace::ObserverToken SimulatedMac::addObserver(WorkspaceEvent event,
                                                    std::function<void()> handler) {
     observers_.emplace(nextObserver_, Observer{event, std::move(handler)});
@@ -212,7 +238,10 @@ void SimulatedMac::notify(WorkspaceEvent event) {
 
 std::optional<CapturedBitmap> SimulatedMac::captureWindow(WindowID window) const {
     const Window* found = findWindow(window);
-    auto frame = found ? readRect((*found)[WindowKey::bounds]) : bar_->frame(window);
+    // The hosted bar has no window to capture.
+    auto frame = found              ? readRect((*found)[WindowKey::bounds])
+                 : bar_->isHosted() ? std::nullopt
+                                    : bar_->frame(window);
     if (!frame) {
         return std::nullopt;
     }
@@ -334,7 +363,9 @@ void SimulatedMac::post(const EventSource&, const MouseEvent& event) {
     pointer_ = flipped(event.location);
     switch (event.type) {
     case MouseEventType::leftMouseDown:
-        if ((event.flags & EventFlags::command) != 0) {
+        if ((event.flags & EventFlags::command) != 0 && bar_->isHosted()) {
+            ++ignoredSyntheticDrags_;
+        } else if ((event.flags & EventFlags::command) != 0) {
             if (auto window = namedWindow(event)) {
                 bar_->lift(*window, event.location);
             }

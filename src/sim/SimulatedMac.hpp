@@ -26,9 +26,11 @@
 // button. A test without a scheduler can call the mover directly; its pauses then move a clock
 // of the simulated Mac's own (`input().now()`).
 
+#include "core/menubar/BarKind.hpp"
 #include "core/ports/AccessibilityReader.hpp"
 #include "core/ports/DisplayGeometry.hpp"
 #include "core/ports/InputInjector.hpp"
+#include "core/ports/MenuBarHostReader.hpp"
 #include "core/ports/PlatformImage.hpp"
 #include "core/ports/Scheduler.hpp"
 #include "core/ports/ScreenCapture.hpp"
@@ -74,6 +76,7 @@ class SimulatedMac : public WindowListSource,
                      public DisplayGeometry,
                      public Workspace,
                      public AccessibilityReader,
+                     public MenuBarHostReader,
                      public ScreenCapture,
                      public SymbolImages,
                      public StatusBarHost,
@@ -115,6 +118,8 @@ public:
     void setWindowListAvailable(bool available) { windowListAvailable_ = available; }
     void installApplication(const std::string& bundleID, const std::string& path);
     void setRunningProcesses(const std::string& bundleID, std::vector<Pid> pids);
+    // The name a running process goes by; otherwise that of its status items' application.
+    void setProcessName(Pid pid, std::string name) { processNames_[pid] = std::move(name); }
     void setFrontmostBundleID(std::optional<std::string> bundleID);
     void setExtrasMenuBarChildFrame(Pid pid, Rect frame) { extrasFrames_[pid] = frame; }
     // The two privacy grants, both on unless a test turns them off; what each one withholds is
@@ -156,6 +161,23 @@ public:
     void setFramesLag(bool lag) { bar_->setFramesLag(lag); }
     // How a Command-drag drops an item; see DropModel.
     void setDropModel(DropModel model) { bar_->setDropModel(model); }
+
+    // The hosted bar of macOS 27 (SimulatedMac+Hosted.cpp): hosted, the window list shows one bar
+    // window per display and no item, the host process runs and publishes the items through
+    // Accessibility, its frames lag one read (setFramesLag turns that off), and synthetic
+    // Command-drags move the pointer and nothing else. Any other kind is the per-item bar.
+    void setMenuBarKind(BarKind kind);
+    BarKind menuBarKind() const;
+    // How much of every display's bar the app menus keep; the status area ends there.
+    void setAppMenusWidth(double width) { bar_->setAppMenusWidth(width); }
+    // A recorded host tree, listed before the live bar's items.
+    void setRecordedHostedItems(std::vector<HostedItem> items);
+    // The user Command-drags a movable item on the main display and releases it at `x`: it works
+    // on both bars. False when the item is not on the display to be grabbed.
+    bool userCommandDrags(WindowID item, double x);
+    // Synthetic Command-drags that the hosted bar ignored.
+    int ignoredSyntheticDrags() const { return ignoredSyntheticDrags_; }
+    static constexpr Pid kMenuBarHostPID = 389;
 
     // Reading the scene.
     std::optional<Rect> statusItemFrame(WindowID window) const { return bar_->frame(window); }
@@ -201,6 +223,7 @@ public:
     std::string displayName(const std::string& path) const override;
     ImageRef icon(const std::string& path) const override;
     std::vector<Pid> runningProcesses(const std::string& bundleID) const override;
+    std::optional<RunningApplication> runningApplication(Pid pid) const override;
     std::optional<std::string> frontmostBundleID() const override { return frontmost_; }
     // Every URL opened is recorded; all open.
     bool openURL(const std::string& url) override {
@@ -219,6 +242,10 @@ public:
     std::optional<Rect>
     firstExtrasMenuBarChildFrame(Pid pid,
                                  std::chrono::milliseconds messagingTimeout) const override;
+
+    // MenuBarHostReader
+    std::optional<std::vector<HostedItem>>
+    hostedItems(std::chrono::milliseconds messagingTimeout) const override;
 
     // ScreenCapture
     bool preflight() const override { return screenRecording_; }
@@ -268,6 +295,11 @@ public:
 
 private:
     const Window* findWindow(WindowID id) const;
+    // The hosted bar's own window on each display, at layer 24 (SimulatedMac+Hosted.cpp).
+    std::vector<Window> hostedBarWindows() const;
+    // One live item as the host describes it on display `index`, frames lagging when they do.
+    HostedItem describeHosted(const MenuBarModel::Item& item, std::optional<Rect> frame,
+                              std::size_t index) const;
     Window statusBarWindow(const MenuBarModel::Item& item, Rect frame) const;
     // The title as the window list gives it to our process.
     std::optional<std::string> listedTitle(MenuBarModel::WindowIdentity& identity) const;
@@ -283,6 +315,7 @@ private:
     bool windowListAvailable_ = true;
     std::map<std::string, std::string> applications_;
     std::map<std::string, std::vector<Pid>> running_;
+    std::map<Pid, std::string> processNames_;
     std::optional<std::string> frontmost_;
     std::vector<std::string> openedURLs_;
     struct Observer {
@@ -311,6 +344,10 @@ private:
     SimulatedKeyboard keyboard_;
     std::vector<WindowID> opened_;
     std::optional<WindowID> pressedItem_;
+    std::vector<HostedItem> recordedHostedItems_;
+    // The frame each hosted slot (display, window) gave at the previous read.
+    mutable std::map<std::pair<std::size_t, WindowID>, std::optional<Rect>> hostedDescribed_;
+    int ignoredSyntheticDrags_ = 0;
 };
 
 } // namespace quillet::sim

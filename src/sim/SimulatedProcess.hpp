@@ -17,12 +17,15 @@ public:
         : arguments_(std::move(arguments)), pid_(pid), home_(std::move(home)) {}
 
     void makeUnwritable(std::string directory) { unwritable_.insert(std::move(directory)); }
+    // The macOS it runs on; 26 unless set.
+    void setOperatingSystemMajorVersion(int major) { osMajorVersion_ = major; }
     const std::string& standardOutput() const { return standardOutput_; }
     const std::map<std::string, std::string>& files() const { return files_; }
 
     const std::vector<std::string>& arguments() const override { return arguments_; }
     Pid processIdentifier() const override { return pid_; }
     std::string homeDirectory() const override { return home_; }
+    int operatingSystemMajorVersion() const override { return osMajorVersion_; }
     void writeStandardOutput(std::string_view text) override { standardOutput_ += text; }
     std::optional<std::string> writeFile(const std::string& path, std::string_view bytes) override;
 
@@ -30,6 +33,7 @@ private:
     std::vector<std::string> arguments_;
     Pid pid_;
     std::string home_;
+    int osMajorVersion_ = 26;
     std::set<std::string> unwritable_;
     std::string standardOutput_;
     std::map<std::string, std::string> files_;

@@ -157,7 +157,7 @@ int replayRecording(const std::vector<std::string>& arguments, const std::string
         return fail(file + ": " + parsed.error);
     }
     sim::SimulatedMac& mac = parsed.value->mac;
-    sim::HostProcessContext process(arguments, parsed.value->ownPID);
+    sim::HostProcessContext process(arguments, parsed.value->ownPID, parsed.value->osMajorVersion);
     sim::StandardErrorLog log;
     ItemEnumerator enumerator(mac, mac, mac);
     MenuBarDebug debug(enumerator, mac, mac, process, log);

@@ -119,18 +119,32 @@ public:
     std::vector<Pid> runningProcesses(const std::string& id) const override {
         return next_.runningProcesses(id);
     }
+    std::optional<RunningApplication> runningApplication(Pid pid) const override {
+        return next_.runningApplication(pid);
+    }
     std::optional<std::string> frontmostBundleID() const override {
         return next_.frontmostBundleID();
     }
     bool openURL(const std::string& url) override { return next_.openURL(url); }
     ObserverToken addObserver(WorkspaceEvent event, std::function<void()> handler) override {
-        journal_.push_back(event == WorkspaceEvent::didLaunchApplication ? "observe launches"
-                                                                         : "observe activations");
+        journal_.push_back(observing(event));
         return next_.addObserver(event, std::move(handler));
     }
     void removeObserver(ObserverToken token) override { next_.removeObserver(token); }
 
 private:
+    static std::string observing(WorkspaceEvent event) {
+        switch (event) {
+        case WorkspaceEvent::didLaunchApplication:
+            return "observe launches";
+        case WorkspaceEvent::didActivateApplication:
+            return "observe activations";
+        case WorkspaceEvent::didChangeScreenParameters:
+            break;
+        }
+        return "observe display changes";
+    }
+
     Workspace& next_;
     Journal& journal_;
 };
@@ -155,6 +169,7 @@ protected:
                 .displays = ports.displays,
                 .workspace = workspace,
                 .accessibility = ports.accessibility,
+                .menuBarHost = ports.menuBarHost,
                 .statusBar = statusBar,
                 .input = ports.input,
                 .hotKeys = hotKeys,

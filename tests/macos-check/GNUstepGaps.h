@@ -40,6 +40,17 @@ NS_INLINE id _Nullable CFBridgingRelease(CFTypeRef CF_CONSUMED _Nullable X) {
     return (__bridge_transfer id)X;
 }
 
+// NSProcessInfo.h
+typedef struct {
+    NSInteger majorVersion;
+    NSInteger minorVersion;
+    NSInteger patchVersion;
+} NSOperatingSystemVersion;
+@interface NSProcessInfo (AppleOnlyVersion)
+@property (readonly) NSOperatingSystemVersion operatingSystemVersion API_AVAILABLE(
+    macos(10.10), ios(8.0), watchos(2.0), tvos(9.0));
+@end
+
 // NSApplication.h
 @interface NSApplication (AppleOnlyActivation)
 - (NSApplicationActivationPolicy)activationPolicy API_AVAILABLE(macos(10.6));

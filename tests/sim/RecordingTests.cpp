@@ -28,6 +28,12 @@ TEST(Recording, RejectsMalformedRecordingsWithOneLine) {
         {R"({"windows": [{"kCGWindowBounds": {"X": 1e300, "Y": 0, "Width": 1, "Height": 1}}]})",
          "window 0: bounds value X is out of range"},
         {deep.c_str(), "the recording is nested deeper than 32 levels"},
+        {R"({"windows": [], "macOS": "27"})", "\"macOS\" must be a major version"},
+        {R"({"windows": [], "running": [{"pid": 7}]})", "running application 0: \"bundleID\""},
+        {R"({"windows": [], "menuBarHost": [{"display": 0}]})",
+         "host slot 0: \"ownerPID\" must be a process number"},
+        {R"({"windows": [], "menuBarHost": [{"ownerPID": 7, "frame": {"x": 0}}]})",
+         "host slot 0: \"y\" must be a number"},
     };
     for (const auto& [text, message] : cases) {
         auto result = sim::parseRecording(text);

@@ -22,6 +22,7 @@ class KeyboardNavController;
 class LaunchAtLogin;
 class LogSink;
 class LoginItem;
+class MenuBarHostReader;
 class Notices;
 class PanelHost;
 class PointerMonitor;
@@ -49,6 +50,7 @@ struct PlatformPorts {
     DisplayGeometry& displays;
     Workspace& workspace;
     AccessibilityReader& accessibility;
+    MenuBarHostReader& menuBarHost;
     StatusBarHost& statusBar;
     InputInjector& input;
     HotKeyRegistrar& hotKeys;

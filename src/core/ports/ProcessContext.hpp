@@ -18,6 +18,9 @@ public:
     virtual const std::vector<std::string>& arguments() const = 0;
     virtual Pid processIdentifier() const = 0;
     virtual std::string homeDirectory() const = 0;
+    // The major version of the running macOS (26, 27, …), as NSProcessInfo reports it to a binary
+    // built with the current SDK.
+    virtual int operatingSystemMajorVersion() const = 0;
 
     virtual void writeStandardOutput(std::string_view text) = 0;
     // Replaces the file at `path` (not atomically); on failure, the platform's description of

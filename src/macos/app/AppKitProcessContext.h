@@ -14,6 +14,7 @@ public:
     const std::vector<std::string>& arguments() const override { return arguments_; }
     Pid processIdentifier() const override;
     std::string homeDirectory() const override;
+    int operatingSystemMajorVersion() const override;
 
     void writeStandardOutput(std::string_view text) override;
     std::optional<std::string> writeFile(const std::string& path, std::string_view bytes) override;

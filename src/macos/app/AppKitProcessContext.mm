@@ -24,6 +24,12 @@ std::string AppKitProcessContext::homeDirectory() const {
     return utf8String(NSHomeDirectory()).value_or(std::string());
 }
 
+int AppKitProcessContext::operatingSystemMajorVersion() const {
+    // Binaries built with an SDK older than macOS 26's are told 16 instead of 26; the app is built
+    // with the current SDK.
+    return static_cast<int>([[NSProcessInfo processInfo] operatingSystemVersion].majorVersion);
+}
+
 void AppKitProcessContext::writeStandardOutput(std::string_view text) {
     std::fwrite(text.data(), 1, text.size(), stdout);
     std::fflush(stdout);

@@ -12,6 +12,7 @@
 #include "macos/engine/SMLoginItem.h"
 #include "macos/engine/SparkleUpdater.h"
 #include "macos/menubar/AXAccessibilityReader.h"
+#include "macos/menubar/AXMenuBarHostReader.h"
 #include "macos/menubar/AppKitWorkspace.h"
 #include "macos/menubar/CGDisplayGeometry.h"
 #include "macos/menubar/CGScreenCapture.h"
@@ -47,6 +48,7 @@ struct Platform {
     CGDisplayGeometry displays;
     AppKitWorkspace workspace;
     AXAccessibilityReader accessibility;
+    AXMenuBarHostReader menuBarHost;
     CGScreenCapture screenCapture;
     CGInputInjector input;
     CarbonHotKeyRegistrar hotKeys;

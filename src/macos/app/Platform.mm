@@ -15,6 +15,7 @@ PlatformPorts Platform::ports() {
             .displays = displays,
             .workspace = workspace,
             .accessibility = accessibility,
+            .menuBarHost = menuBarHost,
             .statusBar = statusBar,
             .input = input,
             .hotKeys = hotKeys,

@@ -1,6 +1,6 @@
 #include "macos/menubar/AXAccessibilityReader.h"
 
-#include "macos/support/CFRef.h"
+#include "macos/menubar/AXAttributes.h"
 
 #include <ApplicationServices/ApplicationServices.h>
 #import <Foundation/Foundation.h>
@@ -8,43 +8,6 @@
 #include <chrono>
 
 namespace quillet::macos {
-
-namespace {
-
-// A timeout set on one element bounds only that element's messages (AXUIElement.h), so every
-// element is given it before it is messaged.
-void bound(AXUIElementRef element, std::chrono::milliseconds timeout) {
-    AXUIElementSetMessagingTimeout(element, std::chrono::duration<float>(timeout).count());
-}
-
-// The element's attribute when it is present and of the CF type `type`; the copy is owned.
-template <typename Ref>
-CFRef<Ref> copyAttribute(AXUIElementRef element, CFStringRef attribute, CFTypeID type) {
-    CFTypeRef value = nullptr;
-    const AXError error = AXUIElementCopyAttributeValue(element, attribute, &value);
-    if (value == nullptr) {
-        return nullptr;
-    }
-    if (error != kAXErrorSuccess || CFGetTypeID(value) != type) {
-        CFRelease(value);
-        return nullptr;
-    }
-    return CFRef<Ref>(static_cast<Ref>(value));
-}
-
-// An attribute held in an AXValue of type `valueType` ("AXPosition", "AXSize").
-template <typename Value>
-std::optional<Value> copyValueAttribute(AXUIElementRef element, CFStringRef attribute,
-                                        AXValueType valueType) {
-    auto value = copyAttribute<AXValueRef>(element, attribute, AXValueGetTypeID());
-    Value result{};
-    if (!value || !AXValueGetValue(value.get(), valueType, &result)) {
-        return std::nullopt;
-    }
-    return result;
-}
-
-} // namespace
 
 bool AXAccessibilityReader::isTrusted(bool prompt) const {
     if (!prompt) {
@@ -74,18 +37,12 @@ std::optional<Rect> AXAccessibilityReader::firstExtrasMenuBarChildFrame(
         return std::nullopt;
     }
     // Borrowed from `children`, which outlives every use below.
-    CFTypeRef first = CFArrayGetValueAtIndex(children.get(), 0);
-    if (first == nullptr || CFGetTypeID(first) != AXUIElementGetTypeID()) {
+    AXUIElementRef child = elementAt(children.get(), 0);
+    if (child == nullptr) {
         return std::nullopt;
     }
-    auto child = static_cast<AXUIElementRef>(first);
     bound(child, messagingTimeout);
-    auto position = copyValueAttribute<CGPoint>(child, kAXPositionAttribute, kAXValueTypeCGPoint);
-    auto size = copyValueAttribute<CGSize>(child, kAXSizeAttribute, kAXValueTypeCGSize);
-    if (!position || !size) {
-        return std::nullopt;
-    }
-    return makeRect(position->x, position->y, size->width, size->height);
+    return copyFrame(child);
 }
 
 } // namespace quillet::macos

@@ -8,7 +8,8 @@
 namespace quillet::macos {
 
 // Installed and running applications (NSWorkspace, NSRunningApplication, NSFileManager), the
-// workspace's launch and activation notifications, and the system's symbol images (NSImage).
+// workspace's launch and activation notifications, the application's notice that the displays
+// changed, and the system's symbol images (NSImage).
 class AppKitWorkspace final : public Workspace, public SymbolImages {
 public:
     AppKitWorkspace();
@@ -22,6 +23,7 @@ public:
     std::string displayName(const std::string& path) const override;
     ImageRef icon(const std::string& path) const override;
     std::vector<Pid> runningProcesses(const std::string& bundleID) const override;
+    std::optional<RunningApplication> runningApplication(Pid pid) const override;
     std::optional<std::string> frontmostBundleID() const override;
     bool openURL(const std::string& url) override;
     ObserverToken addObserver(WorkspaceEvent event, std::function<void()> handler) override;

@@ -10,8 +10,12 @@
 namespace quillet::macos {
 
 struct AppKitWorkspace::Observers {
+    struct Registration {
+        NSNotificationCenter* center;
+        id<NSObject> observer;
+    };
     ObserverToken nextToken = 1;
-    std::map<ObserverToken, id<NSObject>> byToken;
+    std::map<ObserverToken, Registration> byToken;
 };
 
 namespace {
@@ -20,14 +24,20 @@ NSNotificationName notificationName(WorkspaceEvent event) {
     switch (event) {
     case WorkspaceEvent::didLaunchApplication:
         return NSWorkspaceDidLaunchApplicationNotification;
+    case WorkspaceEvent::didChangeScreenParameters:
+        return NSApplicationDidChangeScreenParametersNotification;
     case WorkspaceEvent::didActivateApplication:
         break;
     }
     return NSWorkspaceDidActivateApplicationNotification;
 }
 
-// Workspace notifications are posted only to the workspace's own notification center.
-NSNotificationCenter* workspaceNotificationCenter() {
+// Workspace notifications are posted only to the workspace's own notification center; the
+// application's go to the default one.
+NSNotificationCenter* notificationCenter(WorkspaceEvent event) {
+    if (event == WorkspaceEvent::didChangeScreenParameters) {
+        return [NSNotificationCenter defaultCenter];
+    }
     return [[NSWorkspace sharedWorkspace] notificationCenter];
 }
 
@@ -36,8 +46,8 @@ NSNotificationCenter* workspaceNotificationCenter() {
 AppKitWorkspace::AppKitWorkspace() : observers_(std::make_unique<Observers>()) {}
 
 AppKitWorkspace::~AppKitWorkspace() {
-    for (const auto& [token, observer] : observers_->byToken) {
-        [workspaceNotificationCenter() removeObserver:observer];
+    for (const auto& [token, registration] : observers_->byToken) {
+        [registration.center removeObserver:registration.observer];
     }
 }
 
@@ -79,6 +89,16 @@ std::vector<Pid> AppKitWorkspace::runningProcesses(const std::string& bundleID) 
     return pids;
 }
 
+std::optional<RunningApplication> AppKitWorkspace::runningApplication(Pid pid) const {
+    NSRunningApplication* application =
+        [NSRunningApplication runningApplicationWithProcessIdentifier:pid];
+    if (application == nil) {
+        return std::nullopt;
+    }
+    return RunningApplication{utf8String([application bundleIdentifier]),
+                              utf8String([application localizedName]).value_or(std::string())};
+}
+
 std::optional<std::string> AppKitWorkspace::frontmostBundleID() const {
     return utf8String([[[NSWorkspace sharedWorkspace] frontmostApplication] bundleIdentifier]);
 }
@@ -92,15 +112,15 @@ bool AppKitWorkspace::openURL(const std::string& url) {
 Workspace::ObserverToken AppKitWorkspace::addObserver(WorkspaceEvent event,
                                                       std::function<void()> handler) {
     // The block keeps its own copy of the handler until the observer is removed.
-    id<NSObject> observer =
-        [workspaceNotificationCenter() addObserverForName:notificationName(event)
-                                                   object:nil
-                                                    queue:[NSOperationQueue mainQueue]
-                                               usingBlock:^(NSNotification*) {
-                                                   handler();
-                                               }];
+    NSNotificationCenter* center = notificationCenter(event);
+    id<NSObject> observer = [center addObserverForName:notificationName(event)
+                                                object:nil
+                                                 queue:[NSOperationQueue mainQueue]
+                                            usingBlock:^(NSNotification*) {
+                                                handler();
+                                            }];
     const ObserverToken token = observers_->nextToken++;
-    observers_->byToken.emplace(token, observer);
+    observers_->byToken.emplace(token, Observers::Registration{center, observer});
     return token;
 }
 
@@ -109,7 +129,7 @@ void AppKitWorkspace::removeObserver(ObserverToken token) {
     if (found == observers_->byToken.end()) {
         return;
     }
-    [workspaceNotificationCenter() removeObserver:found->second];
+    [found->second.center removeObserver:found->second.observer];
     observers_->byToken.erase(found);
 }
 

@@ -47,6 +47,7 @@ struct SimulatedWorld {
                 .displays = mac,
                 .workspace = mac,
                 .accessibility = privacyPrompts,
+                .menuBarHost = mac,
                 .statusBar = mac,
                 .input = mac,
                 .hotKeys = hotKeys,

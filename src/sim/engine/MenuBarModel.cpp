@@ -204,7 +204,9 @@ std::vector<Rect> MenuBarModel::layout() const {
         if (gapAfter == i + 1) {
             right -= width(lifted_->item);
         }
-        const double itemWidth = width(items_[i]);
+        // A dropped item leaves no gap on the hosted bar.
+        const double itemWidth =
+            hosted_ && isDroppedOn(items_[i], display_) ? 0.0 : width(items_[i]);
         frames[i] = makeRect(right - itemWidth, display_.minY(), itemWidth, thickness_);
         right -= itemWidth;
     }
@@ -291,6 +293,9 @@ std::string MenuBarModel::label(const Item& each) const {
 }
 
 std::string MenuBarModel::render() const {
+    if (hosted_) {
+        return renderHosted();
+    }
     const auto frames = layout();
     const std::size_t end = fixedStart();
     std::string line;

@@ -108,6 +108,7 @@ public:
     void setControlCenterPID(Pid pid) { controlCenterPID_ = pid; }
     Pid controlCenterPID() const { return controlCenterPID_; }
     void setFramesLag(bool lag) { framesLag_ = lag; }
+    bool framesLag() const { return framesLag_; }
     void setDropModel(DropModel model) { dropModel_ = model; }
     DropModel dropModel() const { return dropModel_; }
 
@@ -139,6 +140,30 @@ public:
     std::optional<Rect> firstFrameOfProcess(Pid pid) const;
     std::optional<double> rememberedDistance(const std::string& autosaveName) const;
 
+    // The hosted bar of macOS 27 (MenuBarModel+Hosted.cpp): the same items in the same order,
+    // laid out on every display by the system's host process.
+    void setHosted(bool hosted) { hosted_ = hosted; }
+    bool isHosted() const { return hosted_; }
+    // How much of each display's bar the app menus keep: the status area ends there.
+    void setAppMenusWidth(double width) { appMenusWidth_ = width; }
+    // Where one item stands on one display's hosted bar.
+    struct HostedSlot {
+        WindowID window = 0;
+        // Nullopt: in the overflow menu.
+        std::optional<Rect> frame;
+        // Too long for this display: gone from the bar and its tree (but see droppedRoom).
+        bool dropped = false;
+    };
+    // The slots of `display`'s bar, left to right, parallel to order().
+    std::vector<HostedSlot> hostedLayout(const Rect& display) const;
+    // The room that dropped items still take on `display`, which the app menus lose.
+    double droppedRoom(const Rect& display) const;
+    // The frame every one of our own items reports on the hosted bar.
+    Rect placeholderFrame() const;
+    // A frame on the main display in AppKit's coordinates, measured up from its bottom.
+    Rect mainDisplayFrameInAppKit(const Rect& frame) const;
+    static constexpr double kItemChrome = 16.0;
+
     // Command-drags, in window-server coordinates.
     bool lift(WindowID window, Point pointer);
     void dragTo(double pointerX);
@@ -149,7 +174,9 @@ public:
     // The bar as one line, left to right: "[Name]" for a visible item and "(Name)" for one off
     // the left edge of the display, our own items as "<name length>" ("quillet." dropped, the
     // length shown only when it is not variable; "(<name>)" off the edge), "|" before the fixed
-    // part, and a lifted item last as "^[Name]".
+    // part, and a lifted item last as "^[Name]". On the hosted bar, an item in the overflow shows
+    // as "«[Name]»", a dropped one as "{<name length>}", and the line ends in "(app menus
+    // blanked)" while a dropped item takes their room.
     std::string render() const;
 
 private:
@@ -162,6 +189,8 @@ private:
     };
 
     double width(const Item& item) const;
+    bool isDroppedOn(const Item& item, const Rect& display) const;
+    std::string renderHosted() const;
     // Frames parallel to items_.
     std::vector<Rect> layout() const;
     std::size_t fixedStart() const;
@@ -185,6 +214,9 @@ private:
     std::string ownName_ = "Quillet";
     Pid controlCenterPID_ = 612;
     bool framesLag_ = false;
+    bool hosted_ = false;
+    // Assumed: Finder's menus with the Apple menu, on a laptop.
+    double appMenusWidth_ = 400.0;
     DropModel dropModel_ = DropModel::slotAtRelease;
     WindowID nextWindow_ = 1000;
     int ownItemsMade_ = 0;

@@ -30,15 +30,18 @@ double SimStatusItem::buttonHeight() const {
 }
 
 // AppKit knows where the bar put the item whoever owns the window the window server lists for
-// it; it measures upward from the bottom of the main display.
+// it; it measures upward from the bottom of the main display. The hosted bar tells it nothing:
+// every item of ours reports the one placeholder frame.
 std::optional<Rect> SimStatusItem::windowFrame() const {
     auto model = bar_.lock();
+    if (model && inBar_ && model->isHosted()) {
+        return model->mainDisplayFrameInAppKit(model->placeholderFrame());
+    }
     auto frame = model && inBar_ ? model->frame(window_) : std::nullopt;
     if (!frame) {
         return std::nullopt;
     }
-    return makeRect(frame->minX(), model->mainDisplay().height() - frame->maxY(), frame->width(),
-                    frame->height());
+    return model->mainDisplayFrameInAppKit(*frame);
 }
 
 bool SimStatusItem::isInBar() const {

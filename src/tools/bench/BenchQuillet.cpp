@@ -31,6 +31,7 @@ PlatformPorts BenchQuillet::ports() {
             .displays = plain.displays,
             .workspace = plain.workspace,
             .accessibility = plain.accessibility,
+            .menuBarHost = plain.menuBarHost,
             .statusBar = plain.statusBar,
             .input = plain.input,
             .hotKeys = plain.hotKeys,

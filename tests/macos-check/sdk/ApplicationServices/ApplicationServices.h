@@ -80,6 +80,8 @@ CF_ASSUME_NONNULL_END
 #define kAXPositionAttribute CFSTR("AXPosition")
 #define kAXSizeAttribute CFSTR("AXSize")
 #define kAXExtrasMenuBarAttribute CFSTR("AXExtrasMenuBar")
+#define kAXWindowsAttribute CFSTR("AXWindows")
+#define kAXIdentifierAttribute CFSTR("AXIdentifier")
 
 // AXActionConstants.h
 #define kAXPressAction CFSTR("AXPress")
