@@ -68,6 +68,7 @@ protected:
                                             .displays = mac,
                                             .workspace = mac,
                                             .accessibility = mac,
+                                            .menuBarHost = mac,
                                             .input = mac,
                                             .launchAtLogin = launchAtLogin,
                                             .preferences = preferences,

@@ -29,6 +29,11 @@ constexpr int kMaxCollapseLooks = 10;
 } // namespace
 
 std::optional<ControlItemManager::HiddenNeighbour> ControlItemManager::hiddenNeighbour() const {
+    // The hosted bar names none of our items: what is left of the separator is read afterwards,
+    // by the length that tells the separator apart.
+    if (barKind_ == BarKind::hosted) {
+        return HiddenNeighbour{};
+    }
     const auto items = mainDisplayItems();
     const auto separator = std::find_if(items.begin(), items.end(), [](const MenuBarItem& item) {
         return item.isOwnControlItem && item.windowName == kSeparatorName;
@@ -60,29 +65,37 @@ bool ControlItemManager::isOnBar(const Rect& frame, const Rect& display) {
     return frame.maxX() > display.minX() + 1.0;
 }
 
-std::optional<Rect> ControlItemManager::neighbourOnBar(const HiddenNeighbour& neighbour) const {
+std::optional<ControlItemManager::StillShown>
+ControlItemManager::stillShown(const HiddenNeighbour& neighbour) const {
+    if (neighbour.window == 0) {
+        return hostedStillShown();
+    }
     const auto frame = frameOf(neighbour.window);
-    return frame && isOnBar(*frame, neighbour.display) ? frame : std::nullopt;
+    if (!frame || !isOnBar(*frame, neighbour.display)) {
+        return std::nullopt;
+    }
+    return StillShown{neighbour.label + " is still in the menu bar after the separator widened",
+                      *frame};
 }
 
-void ControlItemManager::checkCollapse(HiddenNeighbour neighbour) {
+void ControlItemManager::checkCollapse(const HiddenNeighbour& neighbour) {
     collapseCheck_.cancel();
     // A position read too early is the old one, never a later one: an item seen gone is gone,
     // while one seen in place is only judged once two looks agree.
-    const auto first = neighbourOnBar(neighbour);
+    auto first = stillShown(neighbour);
     if (!first) {
         return;
     }
     collapseCheck_ = TaskHandle::spawn(
         deps_.scheduler, checkCollapseLater(deps_.scheduler, weak_from_this(), collapses_,
-                                            std::move(neighbour), *first));
+                                            neighbour, std::move(*first)));
 }
 
 Task<> ControlItemManager::checkCollapseLater(Scheduler& scheduler,
                                               std::weak_ptr<ControlItemManager> self,
                                               std::uint64_t collapse, HiddenNeighbour neighbour,
-                                              Rect seen) {
-    std::optional<Rect> previous = seen;
+                                              StillShown seen) {
+    StillShown previous = std::move(seen);
     for (int look = 1; look < kMaxCollapseLooks; ++look) {
         const bool waited = co_await sleep(scheduler, kCollapseLookInterval);
         auto manager = self.lock();
@@ -90,32 +103,43 @@ Task<> ControlItemManager::checkCollapseLater(Scheduler& scheduler,
         if (!waited || !manager || manager->collapses_ != collapse) {
             co_return;
         }
-        const auto now = manager->neighbourOnBar(neighbour);
+        auto now = manager->stillShown(neighbour);
         if (!now) {
             co_return;
         }
-        if (now == previous) {
-            manager->collapseFailed(neighbour);
+        if (*now == previous) {
+            manager->collapseFailed(*now);
             co_return;
         }
-        previous = now;
+        previous = std::move(*now);
     }
     // Still on the bar after every look, only never twice in one place.
     if (auto manager = self.lock(); manager && manager->collapses_ == collapse) {
-        manager->collapseFailed(neighbour);
+        manager->collapseFailed(previous);
     }
 }
 
-void ControlItemManager::collapseFailed(const HiddenNeighbour& neighbour) {
+void ControlItemManager::collapseFailed(const StillShown& shown) {
     setExpanded(true);
-    const std::string line = "Quillet: hiding did not work — " + neighbour.label +
-                             " is still in the menu bar after the separator widened, so the "
-                             "hidden items are shown again";
+    // One separator under the length the hosted bar accepts may not reach across a wide display:
+    // more share the push once the user has put them beside it.
+    const std::size_t waiting =
+        barKind_ == BarKind::hosted && addExtraSeparators() ? extraSeparators_.size() : 0;
+    const std::string help =
+        waiting == 0 ? std::string()
+                     : "; Command-drag the " + std::to_string(waiting) +
+                           " new │ items just right of Quillet's separator (•••) once, so that "
+                           "they push with it";
     deps_.notices.post(
-        {"collapse-failed", line,
+        {"collapse-failed",
+         "Quillet: hiding did not work — " + shown.what + ", so the hidden items are shown again" +
+             help,
          Alert{"Quillet could not hide your menu bar items",
-               neighbour.label + " stayed in the menu bar when Quillet widened its separator, so "
-                                 "Quillet shows the hidden items again instead of pretending.",
+               "Hiding did not work: " + shown.what +
+                   ". Quillet shows the hidden items again instead of pretending" +
+                   (waiting == 0 ? std::string(".")
+                                 : ". Hold Command and drag the new │ items just right of "
+                                   "Quillet's separator (•••) once; then they push with it."),
                {"OK"}},
          std::nullopt});
 }

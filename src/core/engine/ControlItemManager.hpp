@@ -3,9 +3,12 @@
 #include "core/engine/ItemMover.hpp"
 #include "core/engine/PostEventAccessWatch.hpp"
 #include "core/menubar/AXResolver.hpp"
+#include "core/menubar/BarKind.hpp"
 #include "core/menubar/ItemEnumerator.hpp"
 #include "core/menubar/MenuBarItem.hpp"
+#include "core/ports/MenuBarHostReader.hpp"
 #include "core/ports/StatusBarHost.hpp"
+#include "core/ports/Workspace.hpp"
 #include "core/prefs/MenuBarSection.hpp"
 #include "core/support/Task.hpp"
 
@@ -55,6 +58,8 @@ public:
         // Also watched for the moment a missing Accessibility grant may have been given.
         Workspace& workspace;
         const AccessibilityReader& accessibility;
+        // Where the items are on the hosted menu bar of macOS 27.
+        const MenuBarHostReader& menuBarHost;
         InputInjector& input;
         LaunchAtLogin& launchAtLogin;
         const AppPreferences& preferences;
@@ -64,6 +69,8 @@ public:
         // What Quillet could not do, told to the user once per run.
         Notices& notices;
         Pid ownPID = 0;
+        // The major version of the running macOS, one clue to the kind of menu bar.
+        int osMajorVersion = 0;
         // The settings window and keyboard navigation, supplied by the application's wiring.
         std::function<void()> openSettings;
         std::function<void()> startKeyboardNav;
@@ -91,6 +98,10 @@ public:
     static constexpr std::string_view kToggleName = "quillet.toggle";
     // Far wider than any display: everything left of a separator this long is off-screen.
     static constexpr double kHidingLength = 10000.0;
+    // On the hosted bar, which names none of our items, lengths that no other item of ours has
+    // tell the separator and the extra separators apart while the bar is expanded.
+    static constexpr double kHostedSeparatorLength = 26.0;
+    static constexpr double kExtraSeparatorLength = 12.0;
 
     // The application's wiring publishes the manager it owns to the services, from where other
     // subsystems reach it weakly.
@@ -98,6 +109,11 @@ public:
 
     ControlItemManager(const ControlItemManager&) = delete;
     ControlItemManager& operator=(const ControlItemManager&) = delete;
+    ~ControlItemManager();
+
+    // The menu bar as last observed: at launch, at every full arrangement and whenever the
+    // displays change (ControlItemManager+Hosted.cpp).
+    BarKind barKind() const { return barKind_; }
 
     // Expand and collapse (ControlItemManager.cpp).
     bool isExpanded() const { return isExpanded_; }
@@ -194,6 +210,7 @@ private:
 
     explicit ControlItemManager(Dependencies dependencies);
     void configureItems();
+    void observeDisplays();
     void configureSeparator();
     void updateAppearance();
     void assertMainThread() const;
@@ -242,22 +259,54 @@ private:
     // Runs the arrangement last asked for again, once moves have become possible.
     void rearrangeAfterGrant();
 
-    // Checking every collapse (ControlItemManager+Collapse.cpp): the item next to the separator,
-    // seen before the separator widened, must have left the bar.
+    // Checking every collapse (ControlItemManager+Collapse.cpp): the item next to the separator
+    // must have left the bar.
     struct HiddenNeighbour {
         std::string label;
+        // On a bar of windows, its window, seen before the separator widened; 0 on the hosted
+        // bar, where it is looked for afterwards.
         WindowID window = 0;
         // The display whose bar it was on.
         Rect display;
     };
+    // What a look after a collapse found still in view, in words, and where.
+    struct StillShown {
+        std::string what;
+        Rect frame;
+        friend bool operator==(const StillShown&, const StillShown&) = default;
+    };
     std::optional<HiddenNeighbour> hiddenNeighbour() const;
     static bool isOnBar(const Rect& frame, const Rect& display);
-    // Where the item is while it is still on the bar.
-    std::optional<Rect> neighbourOnBar(const HiddenNeighbour& neighbour) const;
-    void checkCollapse(HiddenNeighbour neighbour);
+    std::optional<StillShown> stillShown(const HiddenNeighbour& neighbour) const;
+    void checkCollapse(const HiddenNeighbour& neighbour);
     static Task<> checkCollapseLater(Scheduler& scheduler, std::weak_ptr<ControlItemManager> self,
-                                     std::uint64_t collapse, HiddenNeighbour neighbour, Rect seen);
-    void collapseFailed(const HiddenNeighbour& neighbour);
+                                     std::uint64_t collapse, HiddenNeighbour neighbour,
+                                     StillShown seen);
+    void collapseFailed(const StillShown& shown);
+    // The lengths of the separators for the state the bar is in, and of the always-separator.
+    void applySeparatorLengths();
+    void applyAlwaysSeparatorLength();
+
+    // The hosted menu bar (ControlItemManager+Hosted.cpp).
+    BarKind observeBarKind() const;
+    void updateBarKind();
+    // The main display's part of the hosted bar, left to right, without what is in the overflow.
+    std::vector<HostedItem> hostedBar() const;
+    // Where our separator is on the hosted bar, and how many extra separators stand right beside
+    // it, where they push with it.
+    std::optional<std::size_t> hostedSeparatorIndex(const std::vector<HostedItem>& bar) const;
+    std::size_t placedExtraSeparators(const std::vector<HostedItem>& bar) const;
+    double collapsedLength() const;
+    // Adds the separators the displays need; true when any was added.
+    bool addExtraSeparators();
+    // After a collapse on the hosted bar: the item next to the separator, if still in view.
+    std::optional<StillShown> hostedStillShown() const;
+    std::string nameOf(const HostedItem& item) const;
+    std::string applicationName(const std::string& key) const;
+    // Tells the user what the rules need of them on this bar.
+    void reviewHostedRules();
+    void hostedEnforce(const std::optional<std::string>& ruleKey, MenuBarSection section);
+    void hostedArrangement(bool nothingToHide);
 
     Dependencies deps_;
     ItemEnumerator enumerator_;
@@ -284,6 +333,14 @@ private:
     // it looks at still stands.
     std::uint64_t collapses_ = 0;
     TaskHandle collapseCheck_;
+    BarKind barKind_ = BarKind::perItemWindows;
+    // More separators for the hosted bar, made when one could not push the hidden section off it.
+    std::vector<std::shared_ptr<StatusItem>> extraSeparators_;
+    // How many of them stood beside the separator when the bar last collapsed.
+    std::size_t placedExtras_ = 0;
+    // Whether an Auto application in front opened the bar, which closes again when it leaves.
+    bool autoRevealed_ = false;
+    std::optional<Workspace::ObserverToken> displayObserver_;
 };
 
 } // namespace quillet

@@ -1,0 +1,256 @@
+// The hosted menu bar of macOS 27, where one system process lays out every status item and shows
+// where they are only through Accessibility. Quillet cannot move another application's item
+// there (drags posted at an item take over the pointer and move nothing), and a long separator
+// is dropped from the bar rather than clamped. So on that bar our separators stay under the
+// length it accepts, as many as it takes share the length, and what only the user can do is
+// asked of them, once.
+
+#include "core/engine/ControlItemManager.hpp"
+
+#include "core/app/Notices.hpp"
+#include "core/engine/HostedLengths.hpp"
+#include "core/engine/RuleKey.hpp"
+#include "core/engine/VisibleItemEnforcer.hpp"
+#include "core/menubar/IdentityResolver.hpp"
+#include "core/ports/LogSink.hpp"
+#include "core/prefs/AppPreferences.hpp"
+
+#include <algorithm>
+#include <cmath>
+#include <string>
+
+namespace quillet {
+
+namespace {
+
+constexpr std::string_view kMenuBarSettingsURL =
+    "x-apple.systempreferences:com.apple.MenuBarSettings";
+// As long as any other Accessibility question may take.
+constexpr std::chrono::milliseconds kHostMessagingTimeout{250};
+// How far a slot's reported width may stray from the length we gave the item.
+constexpr double kWidthTolerance = 1.0;
+
+std::string joined(const std::vector<std::string>& names) {
+    std::string text;
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        text += i == 0 ? "" : i + 1 == names.size() ? " and " : ", ";
+        text += names[i];
+    }
+    return text;
+}
+
+} // namespace
+
+BarKind ControlItemManager::observeBarKind() const {
+    const bool hostRunning =
+        !deps_.workspace.runningProcesses(std::string(kMenuBarHostBundleID)).empty();
+    return detectBarKind(observeBar(deps_.windows, deps_.ownPID, deps_.osMajorVersion, hostRunning,
+                                    3 + extraSeparators_.size()));
+}
+
+void ControlItemManager::updateBarKind() {
+    const BarKind kind = observeBarKind();
+    const bool changed = kind != barKind_;
+    barKind_ = kind;
+    if (kind != BarKind::perItemWindows) {
+        observeDisplays();
+    }
+    if (changed && kind == BarKind::hosted) {
+        deps_.log.log("Quillet: the system hosts the menu bar: no item can be moved, and Quillet's "
+                      "items stay under " +
+                      std::to_string(static_cast<int>(
+                          hostedDropThreshold(enumerator_.activeDisplayBounds()))) +
+                      " pt");
+    }
+    // Another display may be narrower: nothing of ours stays longer than the bar accepts.
+    if (changed || kind == BarKind::hosted) {
+        applySeparatorLengths();
+        applyAlwaysSeparatorLength();
+    }
+}
+
+std::vector<HostedItem> ControlItemManager::hostedBar() const {
+    auto items =
+        deps_.menuBarHost.hostedItems(kHostMessagingTimeout).value_or(std::vector<HostedItem>{});
+    // What sits in the overflow has no place on the bar.
+    std::erase_if(items,
+                  [](const HostedItem& item) { return item.displayIndex != 0 || !item.frame; });
+    std::ranges::sort(items, {}, [](const HostedItem& item) { return item.frame->minX(); });
+    return items;
+}
+
+std::optional<std::size_t>
+ControlItemManager::hostedSeparatorIndex(const std::vector<HostedItem>& bar) const {
+    const double length = isExpanded_ ? kHostedSeparatorLength : collapsedLength();
+    for (std::size_t i = 0; i < bar.size(); ++i) {
+        const HostedItem& item = bar[i];
+        // Named, if the host ever names our items; else by its length, the leftmost of the
+        // collapsed separators, which all share one.
+        if (item.owner == deps_.ownPID &&
+            (item.identifier == kSeparatorName ||
+             (item.identifier.empty() &&
+              std::abs(item.frame->width() - length) <= kWidthTolerance))) {
+            return i;
+        }
+    }
+    return std::nullopt;
+}
+
+std::size_t ControlItemManager::placedExtraSeparators(const std::vector<HostedItem>& bar) const {
+    const auto separator = hostedSeparatorIndex(bar);
+    const double length = isExpanded_ ? kExtraSeparatorLength : collapsedLength();
+    std::size_t placed = 0;
+    // Only those right beside the separator push the hidden section with it.
+    for (std::size_t i = separator ? *separator + 1 : bar.size(); i < bar.size(); ++i) {
+        if (bar[i].owner != deps_.ownPID ||
+            std::abs(bar[i].frame->width() - length) > kWidthTolerance) {
+            break;
+        }
+        ++placed;
+    }
+    return std::min(placed, extraSeparators_.size());
+}
+
+double ControlItemManager::collapsedLength() const {
+    if (barKind_ != BarKind::hosted) {
+        return kHidingLength;
+    }
+    return hostedSharedLength(enumerator_.activeDisplayBounds(), 1 + placedExtras_);
+}
+
+// Made where the bar puts new items, at the left end, in view; the user drags them beside the
+// separator once and the bar keeps them there. Never removed while Quillet runs: the bar forgets
+// where a removed item was.
+bool ControlItemManager::addExtraSeparators() {
+    const std::size_t needed = hostedSeparatorsNeeded(enumerator_.activeDisplayBounds());
+    bool added = false;
+    while (1 + extraSeparators_.size() < needed) {
+        auto extra = deps_.statusBar.createStatusItem(kExtraSeparatorLength);
+        extra->setAutosaveName(std::string(kSeparatorName) + "." +
+                               std::to_string(extraSeparators_.size() + 2));
+        if (extra->hasButton()) {
+            extra->setToolTip("Quillet — Command-drag this just right of ••• once");
+        }
+        extraSeparators_.push_back(std::move(extra));
+        added = true;
+    }
+    applySeparatorLengths();
+    return added;
+}
+
+std::optional<ControlItemManager::StillShown> ControlItemManager::hostedStillShown() const {
+    const auto bar = hostedBar();
+    const auto separator = hostedSeparatorIndex(bar);
+    if (!separator) {
+        return StillShown{"Quillet's separator is not in the menu bar (the system may have "
+                          "dropped it as too long)",
+                          Rect{}};
+    }
+    for (std::size_t i = *separator; i-- > 0;) {
+        if (bar[i].owner != deps_.ownPID) {
+            return StillShown{nameOf(bar[i]) +
+                                  " stayed in the menu bar instead of going into the overflow",
+                              *bar[i].frame};
+        }
+    }
+    return std::nullopt;
+}
+
+std::string ControlItemManager::nameOf(const HostedItem& item) const {
+    const auto application = deps_.workspace.runningApplication(item.owner);
+    if (application && !application->name.empty()) {
+        return application->name;
+    }
+    return item.identifier.empty() ? "an item of process " + std::to_string(item.owner)
+                                   : item.identifier;
+}
+
+std::string ControlItemManager::applicationName(const std::string& key) const {
+    return IdentityResolver(deps_.workspace).appDisplayName(key).value_or(key);
+}
+
+// What the rules ask that only the user can do on this bar: Hide and Auto items must stand left
+// of the separator (a user's own Command-drag moves them, and the bar remembers it), and Always
+// hidden is the system's own per-app switch.
+void ControlItemManager::reviewHostedRules() {
+    const auto bar = hostedBar();
+    const auto separator = hostedSeparatorIndex(bar);
+    std::vector<std::string> toDrag;
+    std::vector<std::string> alwaysHidden;
+    for (const auto& [key, section] : deps_.preferences.sectionByBundleID()) {
+        if (section == MenuBarSection::alwaysHidden) {
+            alwaysHidden.push_back(applicationName(key));
+        }
+        if ((section != MenuBarSection::hidden && section != MenuBarSection::dynamic) ||
+            !separator) {
+            continue;
+        }
+        const auto pids = deps_.workspace.runningProcesses(key);
+        const bool rightOfSeparator =
+            std::any_of(bar.begin() + static_cast<std::ptrdiff_t>(*separator) + 1, bar.end(),
+                        [&](const HostedItem& item) {
+                            return std::ranges::find(pids, item.owner) != pids.end();
+                        });
+        if (rightOfSeparator) {
+            toDrag.push_back(applicationName(key));
+        }
+    }
+    if (!toDrag.empty()) {
+        const std::string names = joined(toDrag);
+        deps_.notices.post(
+            {"hosted-drag:" + names,
+             "Quillet: Quillet cannot move menu bar items on this Mac; Command-drag " + names +
+                 " left of Quillet's separator (•••) once, and the rule holds from then on",
+             Alert{"Drag " + names + " left of Quillet's separator",
+                   "On this Mac only you can move menu bar items. Hold Command and drag " + names +
+                       " to the left of ••• once; Quillet hides it from then on.",
+                   {"OK"}},
+             std::nullopt});
+    }
+    if (!alwaysHidden.empty()) {
+        const std::string names = joined(alwaysHidden);
+        deps_.notices.post(
+            {"hosted-always:" + names,
+             "Quillet: Quillet cannot keep " + names +
+                 " always hidden on this Mac; turn off “Allow in the Menu Bar” for it in System "
+                 "Settings › Menu Bar",
+             Alert{"Keep " + names + " out of the menu bar in System Settings",
+                   "On this Mac Quillet cannot keep items always hidden. System Settings › Menu "
+                   "Bar has an “Allow in the Menu Bar” switch for each app: turn it off for " +
+                       names + ".",
+                   {"Open Menu Bar Settings", "Not Now"}},
+             std::string(kMenuBarSettingsURL)});
+    }
+}
+
+// What stands for the arrangement on the hosted bar, where nothing can be dragged: the user is
+// told what only they can do, and the bar collapses as it would after an arrangement.
+void ControlItemManager::hostedArrangement(bool nothingToHide) {
+    reviewHostedRules();
+    deps_.enforcer.seedFromCurrentItems();
+    setAllRevealed(nothingToHide && !deps_.preferences.collapseAtLaunch());
+    if (deps_.arranged) {
+        deps_.arranged();
+    }
+}
+
+// Auto, on a bar where its items cannot be moved: the whole hidden section shows while the
+// application is in front, and hides again when it leaves, unless the user has used the toggle
+// meanwhile.
+void ControlItemManager::hostedEnforce(const std::optional<std::string>& ruleKey,
+                                       MenuBarSection section) {
+    reviewHostedRules();
+    const bool isAuto = ruleKey && ruledSection(deps_.preferences.sectionByBundleID(), ruleKey) ==
+                                       MenuBarSection::dynamic;
+    if (!isAuto) {
+        return;
+    }
+    if (section == MenuBarSection::visible && !isExpanded_) {
+        requestExpanded(true);
+        autoRevealed_ = true;
+    } else if (section != MenuBarSection::visible && std::exchange(autoRevealed_, false)) {
+        requestExpanded(false);
+    }
+}
+
+} // namespace quillet
