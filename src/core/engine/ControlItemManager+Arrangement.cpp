@@ -65,7 +65,7 @@ Task<> ControlItemManager::arrangeJob(RuleKeys hidden, RuleKeys alwaysHidden) {
     // Our items have had time to be placed: the bar shows now which kind it is.
     updateBarKind();
     if (barKind_ == BarKind::hosted) {
-        hostedArrangement(hidden.empty() && alwaysHidden.empty());
+        co_await hostedArrangement(hidden.empty() && alwaysHidden.empty());
         co_return;
     }
     setAllRevealed(true);

@@ -27,6 +27,9 @@ constexpr std::string_view kMenuBarSettingsURL =
     "x-apple.systempreferences:com.apple.MenuBarSettings";
 // As long as any other Accessibility question may take.
 constexpr std::chrono::milliseconds kHostMessagingTimeout{250};
+// Positions lag after a change: two reads this far apart that agree are trusted.
+constexpr Duration kHostedLookInterval = std::chrono::milliseconds(150);
+constexpr int kMaxHostedLooks = 10;
 // How far a slot's reported width may stray from the length we gave the item.
 constexpr double kWidthTolerance = 1.0;
 
@@ -56,11 +59,11 @@ void ControlItemManager::updateBarKind() {
         observeDisplays();
     }
     if (changed && kind == BarKind::hosted) {
-        deps_.log.log("Quillet: the system hosts the menu bar: no item can be moved, and Quillet's "
-                      "items stay under " +
-                      std::to_string(static_cast<int>(
-                          hostedDropThreshold(enumerator_.activeDisplayBounds()))) +
-                      " pt");
+        deps_.log.log(
+            "Quillet: the system hosts the menu bar: no item can be moved, and Quillet's "
+            "separators stay at most " +
+            std::to_string(static_cast<int>(hostedLengthLimit(enumerator_.activeDisplayBounds()))) +
+            " pt long");
     }
     // Another display may be narrower: nothing of ours stays longer than the bar accepts.
     if (changed || kind == BarKind::hosted) {
@@ -172,8 +175,7 @@ std::string ControlItemManager::applicationName(const std::string& key) const {
 // What the rules ask that only the user can do on this bar: Hide and Auto items must stand left
 // of the separator (a user's own Command-drag moves them, and the bar remembers it), and Always
 // hidden is the system's own per-app switch.
-void ControlItemManager::reviewHostedRules() {
-    const auto bar = hostedBar();
+void ControlItemManager::reviewHostedRules(const std::vector<HostedItem>& bar) {
     const auto separator = hostedSeparatorIndex(bar);
     std::vector<std::string> toDrag;
     std::vector<std::string> alwaysHidden;
@@ -199,7 +201,7 @@ void ControlItemManager::reviewHostedRules() {
         const std::string names = joined(toDrag);
         deps_.notices.post(
             {"hosted-drag:" + names,
-             "Quillet: Quillet cannot move menu bar items on this Mac; Command-drag " + names +
+             "Quillet: cannot move menu bar items on this Mac; Command-drag " + names +
                  " left of Quillet's separator (•••) once, and the rule holds from then on",
              Alert{"Drag " + names + " left of Quillet's separator",
                    "On this Mac only you can move menu bar items. Hold Command and drag " + names +
@@ -211,7 +213,7 @@ void ControlItemManager::reviewHostedRules() {
         const std::string names = joined(alwaysHidden);
         deps_.notices.post(
             {"hosted-always:" + names,
-             "Quillet: Quillet cannot keep " + names +
+             "Quillet: cannot keep " + names +
                  " always hidden on this Mac; turn off “Allow in the Menu Bar” for it in System "
                  "Settings › Menu Bar",
              Alert{"Keep " + names + " out of the menu bar in System Settings",
@@ -225,8 +227,8 @@ void ControlItemManager::reviewHostedRules() {
 
 // What stands for the arrangement on the hosted bar, where nothing can be dragged: the user is
 // told what only they can do, and the bar collapses as it would after an arrangement.
-void ControlItemManager::hostedArrangement(bool nothingToHide) {
-    reviewHostedRules();
+Task<> ControlItemManager::hostedArrangement(bool nothingToHide) {
+    reviewHostedRules(co_await settledHostedBar());
     deps_.enforcer.seedFromCurrentItems();
     setAllRevealed(nothingToHide && !deps_.preferences.collapseAtLaunch());
     if (deps_.arranged) {
@@ -234,12 +236,32 @@ void ControlItemManager::hostedArrangement(bool nothingToHide) {
     }
 }
 
+// The host's frames lag after a change (and are missing at the first read): a reading is
+// trusted once two of them a moment apart agree.
+Task<std::vector<HostedItem>> ControlItemManager::settledHostedBar() {
+    auto bar = hostedBar();
+    for (int look = 1; look < kMaxHostedLooks; ++look) {
+        co_await sleep(deps_.scheduler, kHostedLookInterval);
+        auto again = hostedBar();
+        if (again == bar) {
+            break;
+        }
+        bar = std::move(again);
+    }
+    co_return bar;
+}
+
+Task<> ControlItemManager::hostedReviewJob() {
+    reviewHostedRules(co_await settledHostedBar());
+}
+
 // Auto, on a bar where its items cannot be moved: the whole hidden section shows while the
 // application is in front, and hides again when it leaves, unless the user has used the toggle
 // meanwhile.
 void ControlItemManager::hostedEnforce(const std::optional<std::string>& ruleKey,
                                        MenuBarSection section) {
-    reviewHostedRules();
+    // A rule that changed may ask something of the user.
+    enqueueLayout([self = shared_from_this()] { return self->hostedReviewJob(); });
     const bool isAuto = ruleKey && ruledSection(deps_.preferences.sectionByBundleID(), ruleKey) ==
                                        MenuBarSection::dynamic;
     if (!isAuto) {

@@ -304,9 +304,11 @@ private:
     std::string nameOf(const HostedItem& item) const;
     std::string applicationName(const std::string& key) const;
     // Tells the user what the rules need of them on this bar.
-    void reviewHostedRules();
+    void reviewHostedRules(const std::vector<HostedItem>& bar);
+    Task<std::vector<HostedItem>> settledHostedBar();
+    Task<> hostedReviewJob();
     void hostedEnforce(const std::optional<std::string>& ruleKey, MenuBarSection section);
-    void hostedArrangement(bool nothingToHide);
+    Task<> hostedArrangement(bool nothingToHide);
 
     Dependencies deps_;
     ItemEnumerator enumerator_;
