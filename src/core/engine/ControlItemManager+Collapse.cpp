@@ -103,6 +103,11 @@ Task<> ControlItemManager::checkCollapseLater(Scheduler& scheduler,
         if (!waited || !manager || manager->collapses_ != collapse) {
             co_return;
         }
+        // Lengths changed: what the bar shows is looked at afresh.
+        if (manager->adoptPlacedExtras()) {
+            previous = StillShown{};
+            continue;
+        }
         auto now = manager->stillShown(neighbour);
         if (!now) {
             co_return;
@@ -123,8 +128,9 @@ void ControlItemManager::collapseFailed(const StillShown& shown) {
     setExpanded(true);
     // One separator under the length the hosted bar accepts may not reach across a wide display:
     // more share the push once the user has put them beside it.
-    const std::size_t waiting =
-        barKind_ == BarKind::hosted && addExtraSeparators() ? extraSeparators_.size() : 0;
+    const std::size_t waiting = barKind_ == BarKind::hosted && addExtraSeparators()
+                                    ? extraSeparators_.size() - placedExtras_.size()
+                                    : 0;
     const std::string help =
         waiting == 0 ? std::string()
                      : "; Command-drag the " + std::to_string(waiting) +

@@ -17,6 +17,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <set>
 #include <string>
 
 namespace quillet {
@@ -72,12 +73,13 @@ void ControlItemManager::updateBarKind() {
     }
 }
 
-std::vector<HostedItem> ControlItemManager::hostedBar() const {
+std::vector<HostedItem> ControlItemManager::hostedBar(std::size_t displayIndex) const {
     auto items =
         deps_.menuBarHost.hostedItems(kHostMessagingTimeout).value_or(std::vector<HostedItem>{});
     // What sits in the overflow has no place on the bar.
-    std::erase_if(items,
-                  [](const HostedItem& item) { return item.displayIndex != 0 || !item.frame; });
+    std::erase_if(items, [&](const HostedItem& item) {
+        return item.displayIndex != displayIndex || !item.frame;
+    });
     std::ranges::sort(items, {}, [](const HostedItem& item) { return item.frame->minX(); });
     return items;
 }
@@ -99,26 +101,63 @@ ControlItemManager::hostedSeparatorIndex(const std::vector<HostedItem>& bar) con
     return std::nullopt;
 }
 
-std::size_t ControlItemManager::placedExtraSeparators(const std::vector<HostedItem>& bar) const {
+std::set<std::size_t>
+ControlItemManager::placedExtraSeparators(const std::vector<HostedItem>& bar) const {
     const auto separator = hostedSeparatorIndex(bar);
-    const double length = isExpanded_ ? kExtraSeparatorLength : collapsedLength();
-    std::size_t placed = 0;
-    // Only those right beside the separator push the hidden section with it.
+    std::set<std::size_t> placed;
+    // Only those right beside the separator push the hidden section with it; each is told apart
+    // by its expanded length.
     for (std::size_t i = separator ? *separator + 1 : bar.size(); i < bar.size(); ++i) {
-        if (bar[i].owner != deps_.ownPID ||
-            std::abs(bar[i].frame->width() - length) > kWidthTolerance) {
+        if (bar[i].owner != deps_.ownPID) {
             break;
         }
-        ++placed;
+        // Collapsed, those pushing already have the separator's length.
+        const double width = bar[i].frame->width();
+        if (!isExpanded_ && std::abs(width - collapsedLength()) <= kWidthTolerance) {
+            continue;
+        }
+        const auto extra = extraSeparatorWithLength(width);
+        if (!extra) {
+            break;
+        }
+        placed.insert(*extra);
     }
-    return std::min(placed, extraSeparators_.size());
+    return placed;
+}
+
+// The reading the collapse went by may have been an old one: extras that the user has put
+// beside the separator since join the push as soon as a look finds them there.
+bool ControlItemManager::adoptPlacedExtras() {
+    if (barKind_ != BarKind::hosted || isExpanded_ || extraSeparators_.empty()) {
+        return false;
+    }
+    const std::size_t before = placedExtras_.size();
+    placedExtras_.merge(placedExtraSeparators(hostedBar()));
+    if (placedExtras_.size() == before) {
+        return false;
+    }
+    applySeparatorLengths();
+    return true;
+}
+
+std::optional<std::size_t> ControlItemManager::extraSeparatorWithLength(double width) const {
+    for (std::size_t i = 0; i < extraSeparators_.size(); ++i) {
+        if (std::abs(width - extraSeparatorLength(i)) <= kWidthTolerance / 2) {
+            return i;
+        }
+    }
+    return std::nullopt;
+}
+
+double ControlItemManager::extraSeparatorLength(std::size_t index) {
+    return kFirstExtraSeparatorLength + static_cast<double>(index);
 }
 
 double ControlItemManager::collapsedLength() const {
     if (barKind_ != BarKind::hosted) {
         return kHidingLength;
     }
-    return hostedSharedLength(enumerator_.activeDisplayBounds(), 1 + placedExtras_);
+    return hostedSharedLength(enumerator_.activeDisplayBounds(), 1 + placedExtras_.size());
 }
 
 // Made where the bar puts new items, at the left end, in view; the user drags them beside the
@@ -128,7 +167,8 @@ bool ControlItemManager::addExtraSeparators() {
     const std::size_t needed = hostedSeparatorsNeeded(enumerator_.activeDisplayBounds());
     bool added = false;
     while (1 + extraSeparators_.size() < needed) {
-        auto extra = deps_.statusBar.createStatusItem(kExtraSeparatorLength);
+        auto extra =
+            deps_.statusBar.createStatusItem(extraSeparatorLength(extraSeparators_.size()));
         extra->setAutosaveName(std::string(kSeparatorName) + "." +
                                std::to_string(extraSeparators_.size() + 2));
         if (extra->hasButton()) {
@@ -141,19 +181,29 @@ bool ControlItemManager::addExtraSeparators() {
     return added;
 }
 
+// Every display has its own bar, and the separators' one length reaches across each: the hidden
+// section must have left all of them.
 std::optional<ControlItemManager::StillShown> ControlItemManager::hostedStillShown() const {
-    const auto bar = hostedBar();
-    const auto separator = hostedSeparatorIndex(bar);
-    if (!separator) {
-        return StillShown{"Quillet's separator is not in the menu bar (the system may have "
-                          "dropped it as too long)",
-                          Rect{}};
-    }
-    for (std::size_t i = *separator; i-- > 0;) {
-        if (bar[i].owner != deps_.ownPID) {
-            return StillShown{nameOf(bar[i]) +
-                                  " stayed in the menu bar instead of going into the overflow",
-                              *bar[i].frame};
+    const std::size_t displays = enumerator_.activeDisplayBounds().size();
+    for (std::size_t display = 0; display < displays; ++display) {
+        const auto bar = hostedBar(display);
+        const auto separator = hostedSeparatorIndex(bar);
+        // Elsewhere than on the main display the separator may sit in the overflow with all
+        // that is left of it; missing from the main display's bar, it was dropped.
+        if (!separator && display > 0) {
+            continue;
+        }
+        if (!separator) {
+            return StillShown{"Quillet's separator is not in the menu bar (the system may have "
+                              "dropped it as too long)",
+                              Rect{}};
+        }
+        for (std::size_t i = *separator; i-- > 0;) {
+            if (bar[i].owner != deps_.ownPID) {
+                return StillShown{nameOf(bar[i]) + " stayed in the menu bar instead of going into "
+                                                   "the overflow",
+                                  *bar[i].frame};
+            }
         }
     }
     return std::nullopt;

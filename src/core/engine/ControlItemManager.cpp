@@ -161,10 +161,13 @@ void ControlItemManager::applySeparatorLengths() {
         showImage(*separatorItem_, std::nullopt);
         separatorItem_->setLength(collapsedLength());
     }
-    // The extra separators share the push; expanded, a thin line the user can find and drag.
-    for (const auto& extra : extraSeparators_) {
-        showImage(*extra, isExpanded_ ? std::optional(controlSymbol("poweron")) : std::nullopt);
-        extra->setLength(isExpanded_ ? kExtraSeparatorLength : collapsedLength());
+    // The extra separators beside the separator share its push; the others, and all of them
+    // while expanded, are thin lines the user can find and drag.
+    for (std::size_t i = 0; i < extraSeparators_.size(); ++i) {
+        StatusItem& extra = *extraSeparators_[i];
+        const bool pushing = !isExpanded_ && placedExtras_.contains(i);
+        showImage(extra, pushing ? std::nullopt : std::optional(controlSymbol("poweron")));
+        extra.setLength(pushing ? collapsedLength() : extraSeparatorLength(i));
     }
 }
 

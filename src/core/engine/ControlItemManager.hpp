@@ -101,7 +101,8 @@ public:
     // On the hosted bar, which names none of our items, lengths that no other item of ours has
     // tell the separator and the extra separators apart while the bar is expanded.
     static constexpr double kHostedSeparatorLength = 26.0;
-    static constexpr double kExtraSeparatorLength = 12.0;
+    // The extra separators' lengths count up from here, one point apart, below any other of ours.
+    static constexpr double kFirstExtraSeparatorLength = 8.0;
 
     // The application's wiring publishes the manager it owns to the services, from where other
     // subsystems reach it weakly.
@@ -290,12 +291,17 @@ private:
     // The hosted menu bar (ControlItemManager+Hosted.cpp).
     BarKind observeBarKind() const;
     void updateBarKind();
-    // The main display's part of the hosted bar, left to right, without what is in the overflow.
-    std::vector<HostedItem> hostedBar() const;
+    // One display's part of the hosted bar (the main display's unless told), left to right,
+    // without what is in the overflow.
+    std::vector<HostedItem> hostedBar(std::size_t displayIndex = 0) const;
     // Where our separator is on the hosted bar, and how many extra separators stand right beside
     // it, where they push with it.
     std::optional<std::size_t> hostedSeparatorIndex(const std::vector<HostedItem>& bar) const;
-    std::size_t placedExtraSeparators(const std::vector<HostedItem>& bar) const;
+    std::set<std::size_t> placedExtraSeparators(const std::vector<HostedItem>& bar) const;
+    bool adoptPlacedExtras();
+    // The extra separator of this expanded length, if any.
+    std::optional<std::size_t> extraSeparatorWithLength(double width) const;
+    static double extraSeparatorLength(std::size_t index);
     double collapsedLength() const;
     // Adds the separators the displays need; true when any was added.
     bool addExtraSeparators();
@@ -339,7 +345,7 @@ private:
     // More separators for the hosted bar, made when one could not push the hidden section off it.
     std::vector<std::shared_ptr<StatusItem>> extraSeparators_;
     // How many of them stood beside the separator when the bar last collapsed.
-    std::size_t placedExtras_ = 0;
+    std::set<std::size_t> placedExtras_;
     // Whether an Auto application in front opened the bar, which closes again when it leaves.
     bool autoRevealed_ = false;
     std::optional<Workspace::ObserverToken> displayObserver_;
