@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/support/BoundedJson.hpp"
+#include "sim/SimulatedProcess.hpp"
 
 #include <nlohmann/json.hpp>
 
@@ -36,6 +37,19 @@ ParseResult<T> readJsonInput(std::string_view text, std::string_view what, Read 
     } catch (const Malformed& malformed) {
         return {std::nullopt, malformed.message};
     }
+}
+
+// The member "macOS" of an input, a major version Quillet runs on; nullopt when it is absent.
+inline std::optional<int> readMacOSVersion(const nlohmann::json& document) {
+    auto version = document.find("macOS");
+    if (version == document.end()) {
+        return std::nullopt;
+    }
+    if (!version->is_number_integer() ||
+        !SimulatedProcess::isMacOSVersion(version->get<std::int64_t>())) {
+        throw Malformed{"\"macOS\" must be a major version such as 26 or 27"};
+    }
+    return version->get<int>();
 }
 
 } // namespace quillet::sim

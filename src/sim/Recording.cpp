@@ -20,10 +20,8 @@ constexpr std::array<WindowKey, 6> kWindowKeys{WindowKey::layer,     WindowKey::
 
 // Beyond this, a coordinate is no longer one a display could have.
 constexpr double kCoordinateLimit = 1e15;
-// More displays than a Mac drives, and versions macOS never had.
+// More displays than a Mac drives.
 constexpr std::size_t kMostDisplays = 64;
-constexpr int kFirstVersion = 10;
-constexpr int kLastVersion = 99;
 
 WindowValue toWindowValue(const json& value) {
     switch (value.type()) {
@@ -242,12 +240,7 @@ Recording parse(const json& document) {
     if (auto apps = document.find("apps"); apps != document.end()) {
         parseApps(*apps, recording.mac);
     }
-    if (auto version = document.find("macOS"); version != document.end()) {
-        if (!version->is_number_integer() || *version < kFirstVersion || *version > kLastVersion) {
-            throw Malformed{"\"macOS\" must be a major version such as 26"};
-        }
-        recording.osMajorVersion = version->get<int>();
-    }
+    recording.osMajorVersion = readMacOSVersion(document).value_or(recording.osMajorVersion);
     if (auto running = document.find("running"); running != document.end()) {
         parseRunning(*running, recording.mac);
     }

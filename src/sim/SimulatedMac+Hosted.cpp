@@ -14,7 +14,8 @@
 // Assumed:
 //  - Other applications' items, ours included, carry no identifier.
 //  - A lagging read gives each slot the frame of the previous read once after it changed, and no
-//    frame at all at its first read; an item dropped from a display is not in its tree.
+//    frame at all at its first read (again after it left the tree and came back); an item
+//    dropped from a display is not in its tree.
 //  - The host answers within the messaging timeout unless the test hangs it (setApplicationHung
 //    with kMenuBarHostPID).
 
@@ -44,8 +45,8 @@ std::string menuExtraIdentifier(const std::string& name) {
 void SimulatedMac::setMenuBarKind(BarKind kind) {
     const bool hosted = kind == BarKind::hosted;
     bar_->setHosted(hosted);
-    bar_->setFramesLag(hosted);
     if (hosted) {
+        bar_->setFramesLag(true);
         running_[std::string(kMenuBarHostBundleID)] = {kMenuBarHostPID};
     } else {
         running_.erase(std::string(kMenuBarHostBundleID));
@@ -82,6 +83,10 @@ HostedItem SimulatedMac::describeHosted(const MenuBarModel::Item& item, std::opt
         hosted.identifier = menuExtraIdentifier(item.title);
     }
     hosted.displayIndex = index;
+    if (frame && hostedFramesShifted_) {
+        frame->origin.x += mainDisplayBounds().minX() - displays_[index].minX();
+        frame->origin.y += mainDisplayBounds().minY() - displays_[index].minY();
+    }
     hosted.frame = frame;
     if (bar_->framesLag()) {
         auto [previous, firstRead] = hostedDescribed_.try_emplace({index, item.window}, frame);
@@ -103,26 +108,24 @@ SimulatedMac::hostedItems(std::chrono::milliseconds messagingTimeout) const {
     if (!bar_->isHosted()) {
         return items;
     }
+    std::set<std::pair<std::size_t, WindowID>> listed;
     for (std::size_t index = 0; index < displays_.size(); ++index) {
         for (const auto& slot : bar_->hostedLayout(displays_[index])) {
             if (!slot.dropped) {
                 items.push_back(describeHosted(*bar_->item(slot.window), slot.frame, index));
+                listed.insert({index, slot.window});
             }
         }
     }
+    // A slot that left the tree starts again without a frame when it comes back.
+    std::erase_if(hostedDescribed_,
+                  [&](const auto& entry) { return !listed.contains(entry.first); });
     return items;
 }
 
 bool SimulatedMac::userCommandDrags(WindowID item, double x) {
-    const Rect main = mainDisplayBounds();
-    std::optional<Rect> frame = bar_->frame(item);
-    // On the hosted bar only what the bar shows can be grabbed.
-    if (bar_->isHosted()) {
-        const auto slots = bar_->hostedLayout(main);
-        auto slot = std::find_if(slots.begin(), slots.end(),
-                                 [&](const auto& each) { return each.window == item; });
-        frame = slot == slots.end() ? std::nullopt : slot->frame;
-    }
+    // Only what the bar shows can be grabbed.
+    const auto frame = bar_->shownFrame(item);
     if (!frame || !bar_->lift(item, frame->center())) {
         return false;
     }

@@ -47,7 +47,9 @@ void SimulatedMac::setApplicationHung(Pid pid, bool hung) {
     }
 }
 
-void SimulatedMac::waitForAnswer(Duration span) const {
+void SimulatedMac::waitForAnswer(std::chrono::milliseconds messagingTimeout) const {
+    const Duration span =
+        messagingTimeout > 0ms ? Duration(messagingTimeout) : kAssumedSystemMessagingTimeout;
     accessibilityWaited_ += span;
     if (scheduler_) {
         scheduler_->stall(span);
@@ -66,8 +68,7 @@ SimulatedMac::firstExtrasMenuBarChildFrame(Pid pid,
     }
     // The first message, for the extras menu bar, already goes unanswered.
     if (hungApplications_.contains(pid)) {
-        waitForAnswer(messagingTimeout > 0ms ? Duration(messagingTimeout)
-                                             : kAssumedSystemMessagingTimeout);
+        waitForAnswer(messagingTimeout);
         return std::nullopt;
     }
     // A frame set by the test wins over the one the live bar gives.

@@ -170,6 +170,9 @@ public:
     BarKind menuBarKind() const;
     // How much of every display's bar the app menus keep; the status area ends there.
     void setAppMenusWidth(double width) { bar_->setAppMenusWidth(width); }
+    // Reported with two displays (medium): the host gives the frames of a secondary display's
+    // items as if that display stood where the main one does.
+    void setHostedFramesInMainDisplayCoordinates(bool shifted) { hostedFramesShifted_ = shifted; }
     // A recorded host tree, listed before the live bar's items.
     void setRecordedHostedItems(std::vector<HostedItem> items);
     // The user Command-drags a movable item on the main display and releases it at `x`: it works
@@ -303,8 +306,9 @@ private:
     Window statusBarWindow(const MenuBarModel::Item& item, Rect frame) const;
     // The title as the window list gives it to our process.
     std::optional<std::string> listedTitle(MenuBarModel::WindowIdentity& identity) const;
-    // The calling thread waits `span` for an answer that does not come.
-    void waitForAnswer(Duration span) const;
+    // The calling thread waits for an answer that does not come: the messaging timeout, or the
+    // system's own when it is zero.
+    void waitForAnswer(std::chrono::milliseconds messagingTimeout) const;
     // Between window-server (top-left) and AppKit (bottom-left) coordinates; the flip is its own
     // inverse.
     Point flipped(Point location) const;
@@ -348,6 +352,7 @@ private:
     // The frame each hosted slot (display, window) gave at the previous read.
     mutable std::map<std::pair<std::size_t, WindowID>, std::optional<Rect>> hostedDescribed_;
     int ignoredSyntheticDrags_ = 0;
+    bool hostedFramesShifted_ = false;
 };
 
 } // namespace quillet::sim

@@ -2,6 +2,7 @@
 
 #include "core/ports/ProcessContext.hpp"
 
+#include <cstdint>
 #include <map>
 #include <set>
 #include <string>
@@ -19,6 +20,8 @@ public:
     void makeUnwritable(std::string directory) { unwritable_.insert(std::move(directory)); }
     // The macOS it runs on; 26 unless set.
     void setOperatingSystemMajorVersion(int major) { osMajorVersion_ = major; }
+    // A major version Quillet can run on: macOS 13 (Ventura) and later.
+    static bool isMacOSVersion(std::int64_t major) { return major >= 13 && major <= 99; }
     const std::string& standardOutput() const { return standardOutput_; }
     const std::map<std::string, std::string>& files() const { return files_; }
 

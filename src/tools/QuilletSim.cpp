@@ -29,9 +29,12 @@ namespace {
 using namespace quillet;
 
 constexpr const char* kUsage =
-    "usage: quillet-sim [--scenario FILE] [--settings FILE] [--drop-model MODEL] [--stats]\n"
-    "       quillet-sim --nav-selftest [--scenario FILE] [--settings FILE]\n"
+    "usage: quillet-sim [--scenario FILE] [--settings FILE] [--macos VERSION] [--drop-model "
+    "MODEL]\n"
+    "                   [--stats]\n"
+    "       quillet-sim --nav-selftest [--scenario FILE] [--settings FILE] [--macos VERSION]\n"
     "       quillet-sim --open-settings [--tab=PANE] [--scenario FILE] [--settings FILE]\n"
+    "                   [--macos VERSION]\n"
     "       quillet-sim --windows FILE --list-items [--raw]\n"
     "       quillet-sim --windows FILE --dump-raw OUT\n"
     "       quillet-sim --help\n";
@@ -50,6 +53,7 @@ constexpr const char* kHelp =
     "                       print the settings window on PANE (general, items or permissions)\n"
     "  --windows FILE --list-items [--raw]\n"
     "                       print the item listing the app would print for a recorded window list\n"
+    "                       (on a recorded hosted bar, for its recorded accessibility tree)\n"
     "  --windows FILE --dump-raw OUT\n"
     "                       write the raw dump the app would write for it\n"
     "  --help               print this help\n"
@@ -57,6 +61,10 @@ constexpr const char* kHelp =
     "Options of the scenario modes:\n"
     "  --scenario FILE      the scenario to play (JSON); the built-in one without it\n"
     "  --settings FILE      keep Quillet's user defaults in FILE between runs (it is rewritten)\n"
+    "  --macos VERSION      the macOS the simulated Mac runs, over the scenario's own: 26 (the\n"
+    "                       default; every status item a window of its own) or 27 and later\n"
+    "                       (the hosted bar: no item windows, items dropped past half a\n"
+    "                       display, an overflow menu, read through Accessibility)\n"
     "  --drop-model MODEL   how a Command-drag drops an item: slotAtRelease (the default),\n"
     "                       liveByPointer, liveByLeadingEdge, liveByWholeItem or\n"
     "                       nearestGapAtRelease\n"
@@ -101,6 +109,9 @@ int playScenario(const std::vector<std::string>& arguments) {
     auto parsed = sim::parseScenario(text);
     if (!parsed.value) {
         return fail(file ? *file + ": " + parsed.error : parsed.error);
+    }
+    if (auto major = sim::SimulatorCommandLine::macOS(arguments)) {
+        parsed.value->macOS = *major;
     }
     sim::StandardErrorLog log;
     std::optional<sim::FileKeyValueStore> settings;
@@ -160,7 +171,8 @@ int replayRecording(const std::vector<std::string>& arguments, const std::string
     sim::HostProcessContext process(arguments, parsed.value->ownPID, parsed.value->osMajorVersion);
     sim::StandardErrorLog log;
     ItemEnumerator enumerator(mac, mac, mac);
-    MenuBarDebug debug(enumerator, mac, mac, process, log);
+    HostedItemEnumerator hosted(mac, mac, mac);
+    MenuBarDebug debug(enumerator, hosted, mac, mac, process, log);
 
     if (auto out = value(arguments, CommandLine::kDumpRaw);
         out && CommandLine::launchMode(arguments) == LaunchMode::dumpRaw) {

@@ -32,7 +32,7 @@ protected:
 
     std::string run(std::vector<std::string> arguments) {
         sim::SimulatedProcess process(std::move(arguments), kOwnPID);
-        MenuBarDebug debug(enumerator, mac, mac, process, log);
+        MenuBarDebug debug(enumerator, hosted, mac, mac, process, log);
         EXPECT_TRUE(CommandLine::runDiagnosticMode(CommandLine::launchMode(process.arguments()),
                                                    debug, process));
         files = process.files();
@@ -41,6 +41,7 @@ protected:
 
     SimulatedMac mac;
     ItemEnumerator enumerator{mac, mac, mac};
+    HostedItemEnumerator hosted{mac, mac, mac};
     sim::SimulatedLog log;
     std::map<std::string, std::string> files;
 };
@@ -96,7 +97,7 @@ TEST_F(MenuBarDebugTest, OurItemsNamesAnUntitledOwnWindowWithTheEmptyString) {
 TEST_F(MenuBarDebugTest, AFailedDumpIsOnlyALogLine) {
     sim::SimulatedProcess process({"Quillet", "--dump-raw"}, kOwnPID);
     process.makeUnwritable("/locked");
-    MenuBarDebug debug(enumerator, mac, mac, process, log);
+    MenuBarDebug debug(enumerator, hosted, mac, mac, process, log);
     debug.dumpRaw("/locked/quillet-raw.json");
     EXPECT_THAT(process.files(), IsEmpty());
     EXPECT_THAT(process.standardOutput(), IsEmpty());

@@ -30,13 +30,20 @@ template <class Result> bool refusedInOneLine(const Result& result) {
     return true;
 }
 
-// Everything the app derives from a window list: the three item lists and both documents.
+// Everything the app derives from a window list and the hosted bar's tree: the item lists, the
+// bar's kind and the documents.
 inline void readItems(const sim::SimulatedMac& mac, Pid ownPID) {
     ItemEnumerator enumerator(mac, mac, mac);
     MenuBarDebug::listingDocument(enumerator.logicalItems(ownPID));
     MenuBarDebug::listingDocument(enumerator.mainDisplayItems(ownPID));
     MenuBarDebug::rawDocument({enumerator.rawItems(ownPID), enumerator.activeDisplayBounds(),
                                mac.preflight(), mac.isTrusted(false)});
+    HostedItemEnumerator hosted(mac, mac, mac);
+    hosted.barKind(ownPID, 27);
+    auto slots = hosted.rawItems(ownPID).value_or(std::vector<HostedMenuBarItem>{});
+    MenuBarDebug::hostedListingDocument(HostedItemEnumerator::logicalItems(slots));
+    MenuBarDebug::hostedRawDocument(
+        {slots, enumerator.activeDisplayBounds(), mac.preflight(), mac.isTrusted(false)});
 }
 
 } // namespace quillet::fuzz

@@ -30,6 +30,11 @@ TEST(SimulatorCommandLine, SaysInOneLineWhatIsWrong) {
          "--settings cannot be used with --windows"},
         {{"--windows", "w.json", "--list-items", "--tab=items"},
          "--tab= cannot be used with --windows"},
+        {{"--macos"}, "--macos needs a major version such as 26 or 27"},
+        {{"--macos", "12"}, "--macos needs a major version such as 26 or 27"},
+        {{"--macos", "27.1"}, "--macos needs a major version such as 26 or 27"},
+        {{"--windows", "w.json", "--list-items", "--macos", "27"},
+         "--macos cannot be used with --windows"},
     };
     for (const auto& [arguments, expected] : wrong) {
         EXPECT_EQ(problem(commandLine(arguments)), expected) << expected;
@@ -45,6 +50,7 @@ TEST(SimulatorCommandLine, TakesEveryWayItIsDocumentedToRun) {
         {"--windows", "w.json", "--dump-raw", "out.json"},
         {"--dump-raw", "--windows", "w.json"}, // the home folder, as the app writes it
         {"--open-settings", "--tab=items", "--tab=general", "--scenario", "a.json"},
+        {"--macos", "27", "--nav-selftest", "--drop-model", "liveByPointer"},
     };
     for (const auto& arguments : right) {
         EXPECT_EQ(problem(commandLine(arguments)), std::nullopt)

@@ -2,48 +2,21 @@
 
 #include "core/app/BundleIdentity.hpp"
 #include "core/app/CommandLine.hpp"
+#include "core/app/ListingJson.hpp"
 #include "core/menubar/ItemEnumerator.hpp"
 #include "core/ports/AccessibilityReader.hpp"
 #include "core/ports/LogSink.hpp"
 #include "core/ports/ProcessContext.hpp"
 #include "core/ports/ScreenCapture.hpp"
-#include "core/support/AppleJson.hpp"
 
 #include <algorithm>
-#include <cmath>
 
 namespace quillet {
 
 namespace {
 
 using nlohmann::ordered_json;
-
-// A coordinate that no 64-bit integer can hold; the document cannot be written.
-struct CoordinateOutOfRange {};
-
-// Rounded to the nearest whole number, halves away from zero.
-std::int64_t rounded(double value) {
-    const double whole = std::round(value);
-    constexpr double kLimit = 9223372036854775808.0; // 2^63
-    if (!(whole >= -kLimit && whole < kLimit)) {
-        throw CoordinateOutOfRange{};
-    }
-    return static_cast<std::int64_t>(whole);
-}
-
-ordered_json optionalString(const std::optional<std::string>& text) {
-    return text ? ordered_json(*text) : ordered_json(nullptr);
-}
-
-// "x", "y", "w" (and "h" when asked) of a rectangle.
-void addFrame(ordered_json& object, const Rect& frame, bool withHeight) {
-    object["x"] = rounded(frame.minX());
-    object["y"] = rounded(frame.minY());
-    object["w"] = rounded(frame.width());
-    if (withHeight) {
-        object["h"] = rounded(frame.height());
-    }
-}
+using namespace ListingJson;
 
 ordered_json listingItem(const MenuBarItem& item) {
     ordered_json object;
@@ -84,49 +57,27 @@ bool belongsToThisApplication(const MenuBarItem& item) {
 } // namespace
 
 std::optional<std::string> MenuBarDebug::listingDocument(const std::vector<MenuBarItem>& items) {
-    try {
-        ordered_json document;
-        document["count"] = items.size();
-        document["items"] = ordered_json::array();
-        for (const MenuBarItem& item : items) {
-            document["items"].push_back(listingItem(item));
-        }
-        return appleStylePrettyJSON(document, /*sortKeys=*/true);
-    } catch (const CoordinateOutOfRange&) {
-        return std::nullopt;
-    }
+    return written([&](ordered_json& document) { addItems(document, items, listingItem); },
+                   /*sortKeys=*/true);
 }
 
 std::optional<std::string> MenuBarDebug::rawDocument(const RawSnapshot& snapshot) {
-    try {
-        ordered_json document;
-        document["rawCount"] = snapshot.items.size();
-        document["withWindowName"] =
-            std::count_if(snapshot.items.begin(), snapshot.items.end(),
-                          [](const MenuBarItem& item) { return item.windowName.has_value(); });
-        document["screenRecording"] = snapshot.screenRecording;
-        document["accessibility"] = snapshot.accessibility;
-        document["displays"] = ordered_json::array();
-        for (const Rect& display : snapshot.displays) {
-            ordered_json object;
-            addFrame(object, display, true);
-            document["displays"].push_back(std::move(object));
-        }
-        document["ourItems"] = ordered_json::array();
-        document["items"] = ordered_json::array();
-        for (const MenuBarItem& item : snapshot.items) {
-            if (belongsToThisApplication(item)) {
-                document["ourItems"].push_back(ownItem(item));
-            }
-            document["items"].push_back(rawItem(item));
-        }
-        return appleStylePrettyJSON(document, /*sortKeys=*/false);
-    } catch (const CoordinateOutOfRange&) {
-        return std::nullopt;
-    }
+    return written(
+        [&](ordered_json& document) {
+            document["rawCount"] = snapshot.items.size();
+            document["withWindowName"] =
+                std::count_if(snapshot.items.begin(), snapshot.items.end(),
+                              [](const MenuBarItem& item) { return item.windowName.has_value(); });
+            addRawMembers(document, snapshot, belongsToThisApplication, ownItem, rawItem);
+        },
+        /*sortKeys=*/false);
 }
 
 void MenuBarDebug::printItemsAndExit() {
+    if (onHostedBar()) {
+        printHostedItems();
+        return;
+    }
     const Pid ownPID = process_.processIdentifier();
     const auto items = CommandLine::hasFlag(process_.arguments(), CommandLine::kRaw)
                            ? enumerator_.mainDisplayItems(ownPID)
@@ -140,12 +91,17 @@ void MenuBarDebug::printItemsAndExit() {
 }
 
 void MenuBarDebug::dumpRaw(const std::string& path) {
-    RawSnapshot snapshot;
-    snapshot.items = enumerator_.rawItems(process_.processIdentifier());
-    snapshot.displays = enumerator_.activeDisplayBounds();
-    snapshot.screenRecording = screenCapture_.preflight();
-    snapshot.accessibility = accessibility_.isTrusted(/*prompt=*/false);
-    auto document = rawDocument(snapshot);
+    std::optional<std::string> document;
+    if (onHostedBar()) {
+        document = hostedRawDump();
+    } else {
+        RawSnapshot snapshot;
+        snapshot.items = enumerator_.rawItems(process_.processIdentifier());
+        snapshot.displays = enumerator_.activeDisplayBounds();
+        snapshot.screenRecording = screenCapture_.preflight();
+        snapshot.accessibility = accessibility_.isTrusted(/*prompt=*/false);
+        document = rawDocument(snapshot);
+    }
     std::optional<std::string> failure =
         document ? process_.writeFile(path, *document)
                  : std::optional<std::string>("a coordinate is too large to write");

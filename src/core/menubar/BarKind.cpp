@@ -10,9 +10,6 @@ namespace quillet {
 
 namespace {
 
-// The first version that hosts the bar in one process.
-constexpr int kFirstHostedVersion = 27;
-
 // Status item windows sit at layer 25 (kCGStatusWindowLevel); the enumerator's wider range keeps
 // the menu bar's neighbours in view too.
 constexpr std::int64_t kMinItemLayer = 20;
@@ -55,7 +52,7 @@ BarKind detectBarKind(const BarObservation& observation) {
     }
     const bool looksHosted = frames.empty() || allShareOneFrame(frames);
     const bool confirmed =
-        observation.osMajorVersion >= kFirstHostedVersion || observation.menuBarHostRunning;
+        observation.osMajorVersion >= kFirstHostedMacOS || observation.menuBarHostRunning;
     return looksHosted && confirmed ? BarKind::hosted : BarKind::unknown;
 }
 

@@ -15,6 +15,9 @@ class WindowListSource;
 // through Accessibility. Quillet decides from what it sees, the version only breaking the tie.
 enum class BarKind { perItemWindows, hosted, unknown };
 
+// The first macOS that hosts the bar in one process.
+inline constexpr int kFirstHostedMacOS = 27;
+
 // The system process that hosts the bar on macOS 27.
 inline constexpr std::string_view kMenuBarHostBundleID = "com.apple.MenuBarAgent";
 

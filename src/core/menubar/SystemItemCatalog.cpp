@@ -1,6 +1,7 @@
 #include "core/menubar/SystemItemCatalog.hpp"
 
 #include "core/menubar/IdentityResolver.hpp"
+#include "core/support/Text.hpp"
 
 #include <array>
 #include <cctype>
@@ -68,7 +69,23 @@ std::optional<Info> lookup(std::string_view name) {
     return fallback(name);
 }
 
+constexpr std::string_view kMenuExtraPrefix = "com.apple.menuextra.";
+
 } // namespace
+
+std::optional<Info> infoForMenuExtra(std::string_view identifier) {
+    if (!identifier.starts_with(kMenuExtraPrefix)) {
+        return std::nullopt;
+    }
+    std::string name = lowercased(identifier.substr(kMenuExtraPrefix.size()));
+    name = name == "controlcenter" ? "bentobox" : name;
+    for (const auto& [windowName, row] : known()) {
+        if (lowercased(windowName) == name) {
+            return row;
+        }
+    }
+    return fallback(identifier);
+}
 
 const std::unordered_set<std::string>& systemOwners() {
     static const std::unordered_set<std::string> owners{"Control Center", "SystemUIServer"};

@@ -30,6 +30,12 @@ std::optional<Info> info(const std::optional<std::string>& windowName, std::stri
 // The row for a "sys:" rule key.
 std::optional<Info> info(std::string_view ruleKey);
 
+// The row for an item of the hosted bar (macOS 27) by its accessibility identifier,
+// "com.apple.menuextra." and the item's name in any case ("controlcenter" for Control Center);
+// the fallback record, named by the identifier, for a name the table lacks; nothing for other
+// identifiers.
+std::optional<Info> infoForMenuExtra(std::string_view identifier);
+
 // What a system item's rule key begins with.
 inline constexpr std::string_view kRuleKeyPrefix = "sys:";
 

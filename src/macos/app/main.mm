@@ -27,7 +27,8 @@ int main() {
         macos::Platform& platform = macos::Platform::shared();
         const LaunchMode mode = CommandLine::launchMode(platform.process.arguments());
         ItemEnumerator enumerator(platform.windows, platform.displays, platform.workspace);
-        MenuBarDebug debug(enumerator, platform.screenCapture, platform.accessibility,
+        HostedItemEnumerator hosted(platform.menuBarHost, platform.windows, platform.workspace);
+        MenuBarDebug debug(enumerator, hosted, platform.screenCapture, platform.accessibility,
                            platform.process, platform.log);
         if (CommandLine::runDiagnosticMode(mode, debug, platform.process)) {
             std::exit(EXIT_SUCCESS);

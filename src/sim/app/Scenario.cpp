@@ -170,6 +170,7 @@ Scenario parse(const json& document) {
         throw Malformed{"the scenario must be a JSON object"};
     }
     Scenario scenario;
+    scenario.macOS = readMacOSVersion(document).value_or(scenario.macOS);
     if (auto naming = document.find("naming"); naming != document.end()) {
         if (*naming == "perApplication") {
             scenario.naming = MenuBarNaming::perApplication;

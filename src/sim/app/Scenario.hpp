@@ -16,7 +16,8 @@ namespace quillet::sim {
 // A story to play on a simulated Mac with Quillet running: the menu bar it starts with, the
 // user's rules and profiles, and the steps that happen. Written as JSON:
 //
-//   {"naming": "macOS26",                                       or "perApplication"
+//   {"macOS": 26,                             the major version; from 27 on, the hosted bar
+//    "naming": "macOS26",                                       or "perApplication"
 //    "systemItems": [{"name": "Battery", "width": 38}, …],       left to right
 //    "apps": [{"bundleID": "com.getdropbox.dropbox", "name": "Dropbox", "pid": 701,
 //              "width": 28, "title": "…"}, …],                   left to right
@@ -67,6 +68,7 @@ struct Scenario {
         nlohmann::json settings; // a settings step as written
     };
 
+    int macOS = 26;
     MenuBarNaming naming = MenuBarNaming::macOS26;
     bool screenRecording = true;
     bool accessibility = true;

@@ -61,6 +61,7 @@ ScenarioPlayer::ScenarioPlayer(Scenario scenario, KeyValueStore* settings, DropM
     : scenario_(std::move(scenario)), settings_(settings), dropModel_(dropModel) {}
 
 void ScenarioPlayer::stage(SimulatedQuillet& quillet, const Scenario& scenario) {
+    quillet.world.runMacOS(scenario.macOS);
     setStage(quillet.world.mac, scenario);
     storeRules(quillet.services.preferences(), scenario);
 }

@@ -65,6 +65,12 @@ struct SimulatedWorld {
     }
     PlatformPorts ports() { return ports(defaults); }
 
+    // Makes this a Mac on macOS `major`, with the hosted menu bar from 27 on. Before launch.
+    void runMacOS(int major) {
+        process.setOperatingSystemMajorVersion(major);
+        mac.setMenuBarKind(major >= kFirstHostedMacOS ? BarKind::hosted : BarKind::perItemWindows);
+    }
+
     VirtualScheduler scheduler;
     SimulatedMac mac{scheduler};
     SimulatedPointer pointer{mac};

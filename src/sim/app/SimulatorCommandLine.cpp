@@ -1,6 +1,7 @@
 #include "sim/app/SimulatorCommandLine.hpp"
 
 #include "core/app/CommandLine.hpp"
+#include "sim/SimulatedProcess.hpp"
 
 #include <algorithm>
 #include <array>
@@ -10,7 +11,7 @@ namespace quillet::sim::SimulatorCommandLine {
 
 namespace {
 
-enum class Takes { nothing, file, optionalFile, model };
+enum class Takes { nothing, file, optionalFile, model, version };
 // --help goes with anything: it is answered before the rest is looked at.
 enum class Mode { recording, scenario, any };
 
@@ -21,9 +22,10 @@ struct Option {
 };
 
 constexpr std::string_view kWindows = "--windows";
+constexpr std::string_view kMacOS = "--macos";
 
 // --dump-raw takes an optional file, as the app writes to the home directory without one.
-constexpr std::array<Option, 11> kOptions{{
+constexpr std::array<Option, 12> kOptions{{
     {kWindows, Takes::file, Mode::recording},
     {CommandLine::kListItems, Takes::nothing, Mode::recording},
     {CommandLine::kRaw, Takes::nothing, Mode::recording},
@@ -33,6 +35,7 @@ constexpr std::array<Option, 11> kOptions{{
     {CommandLine::kNavSelfTest, Takes::nothing, Mode::scenario},
     {CommandLine::kOpenSettings, Takes::nothing, Mode::scenario},
     {"--drop-model", Takes::model, Mode::scenario},
+    {kMacOS, Takes::version, Mode::scenario},
     {"--stats", Takes::nothing, Mode::scenario},
     {"--help", Takes::nothing, Mode::any},
 }};
@@ -48,6 +51,16 @@ const Option* find(std::string_view name) {
 
 bool isOption(const std::string& argument) {
     return argument.starts_with("--");
+}
+
+// A macOS major version written in decimal digits only.
+std::optional<int> majorVersion(const std::string& text) {
+    if (text.empty() || text.size() > 2 ||
+        !std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; })) {
+        return std::nullopt;
+    }
+    const int major = std::stoi(text);
+    return SimulatedProcess::isMacOSVersion(major) ? std::optional(major) : std::nullopt;
 }
 
 } // namespace
@@ -76,6 +89,9 @@ std::optional<std::string> problem(const std::vector<std::string>& arguments) {
         if (option->takes == Takes::model && !hasValue) {
             return std::string(option->name) + " needs a model's name (see --help)";
         }
+        if (option->takes == Takes::version && !(hasValue && majorVersion(arguments[i + 1]))) {
+            return std::string(option->name) + " needs a major version such as 26 or 27";
+        }
         i += option->takes != Takes::nothing && hasValue ? 1 : 0;
         if (option->mode != Mode::any) {
             (option->mode == Mode::recording ? recordingOption : scenarioOption) = option;
@@ -98,6 +114,11 @@ std::optional<std::string> value(const std::vector<std::string>& arguments,
         }
     }
     return std::nullopt;
+}
+
+std::optional<int> macOS(const std::vector<std::string>& arguments) {
+    auto given = value(arguments, kMacOS);
+    return given ? majorVersion(*given) : std::nullopt;
 }
 
 } // namespace quillet::sim::SimulatorCommandLine

@@ -21,6 +21,9 @@ std::optional<std::string> problem(const std::vector<std::string>& arguments);
 std::optional<std::string> value(const std::vector<std::string>& arguments,
                                  std::string_view option);
 
+// The macOS major version given with --macos, if it is one.
+std::optional<int> macOS(const std::vector<std::string>& arguments);
+
 } // namespace SimulatorCommandLine
 
 } // namespace quillet::sim

@@ -61,6 +61,17 @@ double MenuBarModel::droppedRoom(const Rect& display) const {
     return std::min(room, display.width());
 }
 
+std::optional<Rect> MenuBarModel::shownFrame(WindowID window) const {
+    if (!hosted_) {
+        return frame(window);
+    }
+    const auto order = this->order();
+    const auto at = std::find(order.begin(), order.end(), window);
+    return at == order.end()
+               ? std::nullopt
+               : hostedLayout(display_)[static_cast<std::size_t>(at - order.begin())].frame;
+}
+
 Rect MenuBarModel::mainDisplayFrameInAppKit(const Rect& frame) const {
     return makeRect(frame.minX(), display_.height() - frame.maxY(), frame.width(), frame.height());
 }

@@ -176,7 +176,7 @@ MenuBarModel::WindowIdentity MenuBarModel::identity(const Item& each) const {
 std::optional<Rect> MenuBarModel::firstFrameOfProcess(Pid pid) const {
     for (const Item* each : itemsByWindow()) {
         if (each->pid == pid) {
-            return frame(each->window);
+            return shownFrame(each->window);
         }
     }
     return std::nullopt;

@@ -136,7 +136,7 @@ public:
     // previous description once after the window moved.
     std::optional<Rect> describedFrame(WindowID window);
     WindowIdentity identity(const Item& item) const;
-    // The frame of the first item the process made.
+    // Where the first item the process made shows.
     std::optional<Rect> firstFrameOfProcess(Pid pid) const;
     std::optional<double> rememberedDistance(const std::string& autosaveName) const;
 
@@ -158,6 +158,9 @@ public:
     std::vector<HostedSlot> hostedLayout(const Rect& display) const;
     // The room that dropped items still take on `display`, which the app menus lose.
     double droppedRoom(const Rect& display) const;
+    // Where the item shows on the main display: its frame, or on the hosted bar its slot's
+    // frame (none in the overflow or dropped).
+    std::optional<Rect> shownFrame(WindowID window) const;
     // The frame every one of our own items reports on the hosted bar.
     Rect placeholderFrame() const;
     // A frame on the main display in AppKit's coordinates, measured up from its bottom.

@@ -4,7 +4,7 @@ namespace quillet::sim {
 
 std::optional<WindowID> SimulatedMac::itemAt(Point location) const {
     for (WindowID window : bar_->order()) {
-        if (auto frame = bar_->frame(window); frame && frame->contains(location)) {
+        if (auto frame = bar_->shownFrame(window); frame && frame->contains(location)) {
             return window;
         }
     }
