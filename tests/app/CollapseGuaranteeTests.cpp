@@ -155,8 +155,10 @@ TEST_P(CollapseGuarantee, EveryCollapseHidesOrSaysItCouldNotAndNothingOfOursIsDr
             if (GetParam() == BarKind::hosted) {
                 EXPECT_LT(stage.longestOwnLength(), stage.dropThreshold());
             }
+            // Undone after the look, or refused since the toggle would have gone too.
             const bool saidSo = std::ranges::any_of(stage.logLines(), [](const auto& line) {
-                return line.starts_with("Quillet: hiding did not work");
+                return line.starts_with("Quillet: hiding did not work") ||
+                       line.starts_with("Quillet: its toggle stands left of its separator");
             });
             EXPECT_TRUE(stage.manager().isExpanded() ? saidSo : run.hiddenSectionHidden());
             hid += stage.manager().isExpanded() ? 0 : 1;

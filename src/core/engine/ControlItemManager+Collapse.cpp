@@ -75,7 +75,7 @@ ControlItemManager::stillShown(const HiddenNeighbour& neighbour) const {
         return std::nullopt;
     }
     return StillShown{neighbour.label + " is still in the menu bar after the separator widened",
-                      *frame};
+                      *frame, true};
 }
 
 void ControlItemManager::checkCollapse(const HiddenNeighbour& neighbour) {
@@ -128,9 +128,10 @@ void ControlItemManager::collapseFailed(const StillShown& shown) {
     setExpanded(true);
     // One separator under the length the hosted bar accepts may not reach across a wide display:
     // more share the push once the user has put them beside it.
-    const std::size_t waiting = barKind_ == BarKind::hosted && addExtraSeparators()
-                                    ? extraSeparators_.size() - placedExtras_.size()
-                                    : 0;
+    const std::size_t waiting =
+        barKind_ == BarKind::hosted && shown.shortOfLength && addExtraSeparators()
+            ? extraSeparators_.size() - placedExtras_.size()
+            : 0;
     const std::string help =
         waiting == 0 ? std::string()
                      : "; Command-drag the " + std::to_string(waiting) +

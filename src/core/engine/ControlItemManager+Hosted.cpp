@@ -84,6 +84,13 @@ std::vector<HostedItem> ControlItemManager::hostedBar(std::size_t displayIndex) 
     return items;
 }
 
+// The host may answer the first question after a change with the frames it had before it; a
+// decision taken at once (a collapse asked for) asks twice and goes by the second answer.
+std::vector<HostedItem> ControlItemManager::currentHostedBar() const {
+    hostedBar();
+    return hostedBar();
+}
+
 std::optional<std::size_t>
 ControlItemManager::hostedSeparatorIndex(const std::vector<HostedItem>& bar) const {
     const double length = isExpanded_ ? kHostedSeparatorLength : collapsedLength();
@@ -194,19 +201,37 @@ std::optional<ControlItemManager::StillShown> ControlItemManager::hostedStillSho
             continue;
         }
         if (!separator) {
-            return StillShown{"Quillet's separator is not in the menu bar (the system may have "
-                              "dropped it as too long)",
-                              Rect{}};
+            return StillShown{
+                "Quillet's separator left the menu bar (into the overflow, or dropped "
+                "by the system)",
+                Rect{}, false};
         }
         for (std::size_t i = *separator; i-- > 0;) {
             if (bar[i].owner != deps_.ownPID) {
                 return StillShown{nameOf(bar[i]) + " stayed in the menu bar instead of going into "
                                                    "the overflow",
-                                  *bar[i].frame};
+                                  *bar[i].frame, true};
             }
         }
     }
     return std::nullopt;
+}
+
+// The host names none of our items, but the toggle is one of ours that takes room and is not a
+// separator: when none such stands right of the separator, the toggle is left of it and a
+// collapse would push it into the overflow with the hidden items.
+bool ControlItemManager::hostedCollapseKeepsToggle(const std::vector<HostedItem>& bar) const {
+    const auto separator = hostedSeparatorIndex(bar);
+    if (!separator) {
+        return true;
+    }
+    return std::any_of(bar.begin() + static_cast<std::ptrdiff_t>(*separator) + 1, bar.end(),
+                       [&](const HostedItem& item) {
+                           return item.owner == deps_.ownPID && item.frame->width() > 0 &&
+                                  !extraSeparatorWithLength(item.frame->width()) &&
+                                  std::abs(item.frame->width() - collapsedLength()) >
+                                      kWidthTolerance;
+                       });
 }
 
 std::string ControlItemManager::nameOf(const HostedItem& item) const {
@@ -247,6 +272,18 @@ void ControlItemManager::reviewHostedRules(const std::vector<HostedItem>& bar) {
             toDrag.push_back(applicationName(key));
         }
     }
+    if (separator && !hostedCollapseKeepsToggle(bar)) {
+        deps_.notices.post(
+            {"hosted-toggle-order",
+             "Quillet: its toggle stands left of its separator (•••), so it cannot collapse "
+             "without hiding the toggle; Command-drag the toggle right of ••• once",
+             Alert{"Drag Quillet's toggle right of its separator",
+                   "On this Mac only you can move menu bar items. Hold Command and drag Quillet's "
+                   "toggle to the right of ••• once; until then Quillet does not collapse, so "
+                   "that the toggle stays in reach.",
+                   {"OK"}},
+             std::nullopt});
+    }
     if (!toDrag.empty()) {
         const std::string names = joined(toDrag);
         deps_.notices.post(
@@ -280,7 +317,8 @@ void ControlItemManager::reviewHostedRules(const std::vector<HostedItem>& bar) {
 Task<> ControlItemManager::hostedArrangement(bool nothingToHide) {
     reviewHostedRules(co_await settledHostedBar());
     deps_.enforcer.seedFromCurrentItems();
-    setAllRevealed(nothingToHide && !deps_.preferences.collapseAtLaunch());
+    setAllRevealed((nothingToHide && !deps_.preferences.collapseAtLaunch()) ||
+                   !collapseKeepsToggle());
     if (deps_.arranged) {
         deps_.arranged();
     }

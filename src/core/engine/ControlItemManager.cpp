@@ -119,7 +119,7 @@ void ControlItemManager::setExpanded(bool expanded) {
     const auto neighbour = collapsing ? hiddenNeighbour() : std::nullopt;
     if (collapsing && barKind_ == BarKind::hosted) {
         // Counted while the bar still shows their expanded lengths.
-        placedExtras_ = placedExtraSeparators(hostedBar());
+        placedExtras_ = placedExtraSeparators(currentHostedBar());
     }
     ++collapses_;
     isExpanded_ = expanded;
@@ -173,12 +173,17 @@ void ControlItemManager::applySeparatorLengths() {
 
 // The always-hidden zone cannot be hidden on the hosted bar: the longest length it accepts
 // pushes the section a fraction of the way, and only the system's own switch keeps an
-// application's item out of the bar there.
+// application's item out of the bar there. Its border takes no room there, which also tells it
+// apart from the toggle.
 void ControlItemManager::applyAlwaysSeparatorLength() {
-    const bool revealed = isAllRevealed_ || barKind_ == BarKind::hosted;
-    alwaysSeparatorItem_->setLength(revealed ? kVariableStatusItemLength : kHidingLength);
+    if (barKind_ == BarKind::hosted) {
+        showImage(*alwaysSeparatorItem_, std::nullopt);
+        alwaysSeparatorItem_->setLength(0.0);
+        return;
+    }
+    alwaysSeparatorItem_->setLength(isAllRevealed_ ? kVariableStatusItemLength : kHidingLength);
     showImage(*alwaysSeparatorItem_,
-              revealed ? std::optional(controlSymbol("minus")) : std::nullopt);
+              isAllRevealed_ ? std::optional(controlSymbol("minus")) : std::nullopt);
 }
 
 void ControlItemManager::enqueueLayout(LayoutJob job) {

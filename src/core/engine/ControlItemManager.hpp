@@ -274,6 +274,8 @@ private:
     struct StillShown {
         std::string what;
         Rect frame;
+        // Whether it was left where it stood for want of length, which more separators can give.
+        bool shortOfLength = false;
         friend bool operator==(const StillShown&, const StillShown&) = default;
     };
     std::optional<HiddenNeighbour> hiddenNeighbour() const;
@@ -294,6 +296,7 @@ private:
     // One display's part of the hosted bar (the main display's unless told), left to right,
     // without what is in the overflow.
     std::vector<HostedItem> hostedBar(std::size_t displayIndex = 0) const;
+    std::vector<HostedItem> currentHostedBar() const;
     // Where our separator is on the hosted bar, and how many extra separators stand right beside
     // it, where they push with it.
     std::optional<std::size_t> hostedSeparatorIndex(const std::vector<HostedItem>& bar) const;
@@ -307,6 +310,7 @@ private:
     bool addExtraSeparators();
     // After a collapse on the hosted bar: the item next to the separator, if still in view.
     std::optional<StillShown> hostedStillShown() const;
+    bool hostedCollapseKeepsToggle(const std::vector<HostedItem>& bar) const;
     std::string nameOf(const HostedItem& item) const;
     std::string applicationName(const std::string& key) const;
     // Tells the user what the rules need of them on this bar.
