@@ -7,6 +7,7 @@
 #include "core/engine/ControlItemManager.hpp"
 
 #include "core/app/Notices.hpp"
+#include "core/engine/HostedNotices.hpp"
 #include "core/ports/DisplayGeometry.hpp"
 #include "core/ports/LogSink.hpp"
 
@@ -132,23 +133,7 @@ void ControlItemManager::collapseFailed(const StillShown& shown) {
         barKind_ == BarKind::hosted && shown.shortOfLength && addExtraSeparators()
             ? extraSeparators_.size() - placedExtras_.size()
             : 0;
-    const std::string help =
-        waiting == 0 ? std::string()
-                     : "; Command-drag the " + std::to_string(waiting) +
-                           " new │ items just right of Quillet's separator (•••) once, so that "
-                           "they push with it";
-    deps_.notices.post(
-        {"collapse-failed",
-         "Quillet: hiding did not work — " + shown.what + ", so the hidden items are shown again" +
-             help,
-         Alert{"Quillet could not hide your menu bar items",
-               "Hiding did not work: " + shown.what +
-                   ". Quillet shows the hidden items again instead of pretending" +
-                   (waiting == 0 ? std::string(".")
-                                 : ". Hold Command and drag the new │ items just right of "
-                                   "Quillet's separator (•••) once; then they push with it."),
-               {"OK"}},
-         std::nullopt});
+    deps_.notices.post(HostedNotices::collapseFailed(shown.what, waiting));
 }
 
 } // namespace quillet

@@ -7,8 +7,8 @@
 
 #include "core/engine/ControlItemManager.hpp"
 
-#include "core/app/Notices.hpp"
 #include "core/engine/HostedLengths.hpp"
+#include "core/engine/HostedNotices.hpp"
 #include "core/engine/RuleKey.hpp"
 #include "core/engine/VisibleItemEnforcer.hpp"
 #include "core/menubar/IdentityResolver.hpp"
@@ -24,8 +24,6 @@ namespace quillet {
 
 namespace {
 
-constexpr std::string_view kMenuBarSettingsURL =
-    "x-apple.systempreferences:com.apple.MenuBarSettings";
 // As long as any other Accessibility question may take.
 constexpr std::chrono::milliseconds kHostMessagingTimeout{250};
 // Positions lag after a change: two reads this far apart that agree are trusted.
@@ -273,42 +271,13 @@ void ControlItemManager::reviewHostedRules(const std::vector<HostedItem>& bar) {
         }
     }
     if (separator && !hostedCollapseKeepsToggle(bar)) {
-        deps_.notices.post(
-            {"hosted-toggle-order",
-             "Quillet: its toggle stands left of its separator (•••), so it cannot collapse "
-             "without hiding the toggle; Command-drag the toggle right of ••• once",
-             Alert{"Drag Quillet's toggle right of its separator",
-                   "On this Mac only you can move menu bar items. Hold Command and drag Quillet's "
-                   "toggle to the right of ••• once; until then Quillet does not collapse, so "
-                   "that the toggle stays in reach.",
-                   {"OK"}},
-             std::nullopt});
+        deps_.notices.post(HostedNotices::toggleLeftOfSeparator());
     }
     if (!toDrag.empty()) {
-        const std::string names = joined(toDrag);
-        deps_.notices.post(
-            {"hosted-drag:" + names,
-             "Quillet: cannot move menu bar items on this Mac; Command-drag " + names +
-                 " left of Quillet's separator (•••) once, and the rule holds from then on",
-             Alert{"Drag " + names + " left of Quillet's separator",
-                   "On this Mac only you can move menu bar items. Hold Command and drag " + names +
-                       " to the left of ••• once; Quillet hides it from then on.",
-                   {"OK"}},
-             std::nullopt});
+        deps_.notices.post(HostedNotices::dragLeftOfSeparator(joined(toDrag)));
     }
     if (!alwaysHidden.empty()) {
-        const std::string names = joined(alwaysHidden);
-        deps_.notices.post(
-            {"hosted-always:" + names,
-             "Quillet: cannot keep " + names +
-                 " always hidden on this Mac; turn off “Allow in the Menu Bar” for it in System "
-                 "Settings › Menu Bar",
-             Alert{"Keep " + names + " out of the menu bar in System Settings",
-                   "On this Mac Quillet cannot keep items always hidden. System Settings › Menu "
-                   "Bar has an “Allow in the Menu Bar” switch for each app: turn it off for " +
-                       names + ".",
-                   {"Open Menu Bar Settings", "Not Now"}},
-             std::string(kMenuBarSettingsURL)});
+        deps_.notices.post(HostedNotices::allowInMenuBar(joined(alwaysHidden)));
     }
 }
 
