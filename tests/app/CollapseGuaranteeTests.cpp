@@ -142,8 +142,13 @@ TEST_P(CollapseGuarantee, EveryCollapseHidesOrSaysItCouldNotAndNothingOfOursIsDr
         run.userArranges();
         for (int press = run.pick(3, 8); press > 0; --press) {
             SCOPED_TRACE("seed " + std::to_string(seed) + "\n" + stage.mac().renderMenuBar());
+            // Displays change while the bar may be collapsed: the lengths follow at once.
             if (run.chance(0.3)) {
                 run.changeDisplays();
+                if (GetParam() == BarKind::hosted) {
+                    EXPECT_LT(stage.longestOwnLength(), stage.dropThreshold());
+                    EXPECT_TRUE(stage.manager().isExpanded() || run.hiddenSectionHidden());
+                }
             }
             if (run.chance(0.6)) {
                 run.userPlacesExtras();

@@ -69,6 +69,10 @@ void ControlItemManager::updateBarKind() {
         applySeparatorLengths();
         applyAlwaysSeparatorLength();
     }
+    // Shorter or not, the lengths must still hide what the bar claims is hidden.
+    if (kind == BarKind::hosted && !isExpanded_) {
+        checkCollapse(HiddenNeighbour{});
+    }
 }
 
 std::vector<HostedItem> ControlItemManager::hostedBar(std::size_t displayIndex) const {
