@@ -327,6 +327,9 @@ std::shared_ptr<SimStatusItem> SimulatedMac::ownStatusItem(const std::string& au
 }
 
 std::shared_ptr<StatusItem> SimulatedMac::createStatusItem(double length) {
+    if (!ownItemsAllowed_) {
+        return std::make_shared<SimStatusItem>(makeRect(0, 0, 0, menuBarThickness_), length);
+    }
     auto item = std::make_shared<SimStatusItem>(bar_, length);
     std::erase_if(statusItems_, [](const auto& entry) { return entry.second.expired(); });
     statusItems_[item->window()] = item;
@@ -361,6 +364,15 @@ void SimulatedMac::post(const EventSource&, const MouseEvent& event) {
     }
     input_->record(event);
     pointer_ = flipped(event.location);
+    if (postedEventHandler_ && event.type != MouseEventType::leftMouseDragged) {
+        // Monitors run on the main thread, which reads the pointer when it gets to them.
+        auto deliver = [this, event] {
+            if (postedEventHandler_) {
+                postedEventHandler_(event);
+            }
+        };
+        scheduler_ ? scheduler_->post(deliver) : deliver();
+    }
     switch (event.type) {
     case MouseEventType::leftMouseDown:
         if ((event.flags & EventFlags::command) != 0 && bar_->isHosted()) {
@@ -377,12 +389,6 @@ void SimulatedMac::post(const EventSource&, const MouseEvent& event) {
     case MouseEventType::leftMouseUp:
         // The first release drops a lifted item; a second one finds nothing to drop.
         bar_->drop(event.location.x);
-        break;
-    case MouseEventType::mouseMoved:
-        // Monitors run on the main thread, which reads the pointer when it gets to them.
-        if (postedMoveHandler_) {
-            scheduler_ ? scheduler_->post(postedMoveHandler_) : postedMoveHandler_();
-        }
         break;
     default:
         break;

@@ -97,6 +97,8 @@ public:
     // Without a scheduler, input pauses move a clock of the simulated Mac's own.
     SimulatedMac() = default;
     explicit SimulatedMac(VirtualScheduler& scheduler);
+    // The clock everything on this Mac happens by.
+    VirtualScheduler& scheduler() const { return *scheduler_; }
 
     // One window description, value by value (indexed by WindowKey).
     struct Window {
@@ -262,6 +264,11 @@ public:
 
     // StatusBarHost
     std::shared_ptr<StatusItem> createStatusItem(double length) override;
+    // System Settings › Menu Bar › Allow in the Menu Bar, for Quillet: switched off, the items
+    // made from then on are never placed (known on macOS 26.1–26.6: the item keeps its birth
+    // frame, outside every menu bar; assumed: no window of it is listed, and the birth frame is
+    // at the bottom left of the main display).
+    void allowOwnItemsInMenuBar(bool allowed) { ownItemsAllowed_ = allowed; }
     void removeStatusItem(const std::shared_ptr<StatusItem>& item) override;
 
     // InputInjector
@@ -271,12 +278,11 @@ public:
     // Records the event, moves the pointer, and reconstructs Command-drags: a left-mouse-down
     // with the Command flag lifts the movable item that the window fields (51, else 91, else
     // 92) name, when the pointer is on the display; drags move it, the first release drops it.
-    // A posted mouse-moved event reaches the pointer monitors on the main thread, as the user's
-    // own moves do on a Mac.
+    // Posted events reach the event monitors on the main thread, as the user's own do on a Mac.
     void post(const EventSource& source, const MouseEvent& event) override;
-    // Whoever delivers mouse-moved events to the monitors (the simulated pointer).
-    void setPostedMoveHandler(std::function<void()> handler) {
-        postedMoveHandler_ = std::move(handler);
+    // Whoever delivers posted events to the monitors (the simulated pointer).
+    void setPostedEventHandler(std::function<void(const MouseEvent&)> handler) {
+        postedEventHandler_ = std::move(handler);
     }
     bool isLeftButtonDown() override { return input_->isLeftButtonHeld(); }
     void hideCursor() override { input_->hideCursor(); }
@@ -340,8 +346,9 @@ private:
     std::shared_ptr<MenuBarModel> bar_ = std::make_shared<MenuBarModel>();
     std::unique_ptr<SimulatedInput> input_ = std::make_unique<SimulatedInput>();
     VirtualScheduler* scheduler_ = nullptr;
-    std::function<void()> postedMoveHandler_;
+    std::function<void(const MouseEvent&)> postedEventHandler_;
     std::map<WindowID, std::weak_ptr<SimStatusItem>> statusItems_;
+    bool ownItemsAllowed_ = true;
     bool eventSourceAvailable_ = true;
     bool pointerEventAvailable_ = true;
     std::optional<WindowID> itemAt(Point location) const;

@@ -4,6 +4,7 @@
 #include "core/triggers/EventMonitorHub.hpp"
 #include "core/triggers/HotKeyManager.hpp"
 #include "sim/app/SimulatedQuillet.hpp"
+#include "sim/prefs/MemoryKeyValueStore.hpp"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -143,6 +144,19 @@ TEST_F(RunningQuillet, AnAutoApplicationsItemsShowWhileItIsFrontmostAndGoBackToH
     EXPECT_TRUE(onScreen(weather));
 }
 
+// Shown while in front, then ruled Always Show: leaving the front moves nothing.
+TEST_F(RunningQuillet, AnAutoItemRuledVisibleWhileShownStaysWhereItIs) {
+    launchAndSettle();
+    mac().activateApplication(kWeather.bundleID);
+    scheduler().runUntilIdle();
+    preferences().setSection(MenuBarSection::visible, kWeather.bundleID);
+    const auto posted = mac().input().events().size();
+    mac().activateApplication(kDocker.bundleID);
+    scheduler().runUntilIdle();
+    EXPECT_EQ(mac().input().events().size(), posted);
+    EXPECT_TRUE(onScreen(weather));
+}
+
 TEST_F(RunningQuillet, AProfileSwitchRearrangesButARuleChangeAloneDoesNot) {
     launchAndSettle();
     preferences().setSection(MenuBarSection::visible, kDropbox.bundleID);
@@ -177,6 +191,33 @@ TEST_F(RunningQuillet, QuittingReleasesTheTriggers) {
     mac().activateApplication(kWeather.bundleID);
     scheduler().runUntilIdle();
     EXPECT_FALSE(onScreen(weather));
+}
+
+// What an earlier run stored is what this launch starts from: no hover, ⌘⇧M, two spacers.
+TEST(LaunchWithStoredPreferences, TakesTheHoverSwitchHotKeyAndSpacersFromThem) {
+    sim::MemoryKeyValueStore stored;
+    {
+        AppPreferences earlierRun(stored);
+        earlierRun.setAutoRehide(false);
+        earlierRun.setHotKey(HotKeyOption::cmdShiftM);
+        earlierRun.setSpacerCount(2);
+        earlierRun.setSectionByBundleID({{kDropbox.bundleID, MenuBarSection::hidden}});
+    }
+    sim::SimulatedQuillet quillet({"Quillet"}, &stored);
+    auto& mac = quillet.world.mac;
+    const WindowID dropbox = mac.addApplicationItem(kDropbox, kDropbox.bundleID, 28);
+    quillet.delegate.applicationDidFinishLaunching();
+    quillet.world.scheduler.runUntilIdle();
+    auto onScreen = [&] { return mac.statusItemFrame(dropbox)->maxX() > 0; };
+
+    EXPECT_EQ(quillet.world.pointer.monitorCount(), 0u);
+    EXPECT_TRUE(mac.ownStatusItem("quillet.spacer0") && mac.ownStatusItem("quillet.spacer1"));
+    EXPECT_FALSE(mac.ownStatusItem("quillet.spacer2"));
+    EXPECT_EQ(quillet.world.hotKeys.registrationCount(), 1u);
+    quillet.world.hotKeys.press(kKeyB, kCommandShift);
+    EXPECT_FALSE(onScreen());
+    quillet.world.hotKeys.press(kKeyM, kCommandShift);
+    EXPECT_TRUE(onScreen());
 }
 
 class LaunchedWithSettingsAndSelfTest : public RunningQuillet {

@@ -96,6 +96,29 @@ TEST_F(VisibleItemEnforcerTest, AnItemThatWentAwayIsNewAgainWhenItComesBack) {
     EXPECT_EQ(zoneOf(spotify), MenuBarSection::hidden);
 }
 
+// Applications with two items, and an item no rule can name: every one lands by its rule, the
+// nameless one in view.
+TEST_F(VisibleItemEnforcerTest, EveryItemOfANewApplicationLandsByItsRule) {
+    startArranged();
+    setRules(
+        {{kDropbox.bundleID, MenuBarSection::hidden}, {kStats.bundleID, MenuBarSection::hidden}});
+    const auto stats =
+        mac.launchApplication(kStats, {{kStats.bundleID, 24}, {kStats.bundleID, 30}});
+    const auto spotify =
+        mac.launchApplication(kSpotify, {{kSpotify.bundleID, 24}, {kSpotify.bundleID, 30}});
+    const auto widget = mac.launchApplication(kWeather, {{"Weather Widget", 26}});
+    scheduler.runUntilIdle();
+    for (WindowID window : stats) {
+        EXPECT_EQ(zoneOf(window), MenuBarSection::hidden);
+    }
+    for (WindowID window : spotify) {
+        EXPECT_EQ(zoneOf(window), MenuBarSection::visible);
+        EXPECT_TRUE(isOnScreen(window));
+    }
+    EXPECT_EQ(zoneOf(widget.front()), MenuBarSection::visible);
+    EXPECT_TRUE(isOnScreen(widget.front()));
+}
+
 TEST_F(VisibleItemEnforcerTest, NothingIsPromotedBeforeTheFirstSeeding) {
     mac.addApplicationItem(kDropbox, kDropbox.bundleID, 30);
     startQuillet();

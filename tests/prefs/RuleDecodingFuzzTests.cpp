@@ -135,25 +135,5 @@ TEST(RuleDecoding, RandomBlobsNeverCrashAndLoadOnlyWhatTheyHold) {
     }
 }
 
-TEST(RuleDecoding, DeeplyNestedDocumentsLoadAsNothing) {
-    const std::size_t depth = 100000;
-    for (const auto& [open, close] : {std::pair{"[", "]"}, std::pair{"{\"a\":", "}"}}) {
-        std::string text;
-        for (std::size_t i = 0; i < depth; ++i) {
-            text += open;
-        }
-        text += "\"hidden\"";
-        for (std::size_t i = 0; i < depth; ++i) {
-            text += close;
-        }
-        sim::MemoryKeyValueStore store;
-        store.put("quillet.sectionRules", testing::storedData(text));
-        store.put("quillet.profiles", testing::storedData(text));
-        AppPreferences prefs(store);
-        EXPECT_TRUE(prefs.sectionByBundleID().empty());
-        EXPECT_TRUE(prefs.profiles().empty());
-    }
-}
-
 } // namespace
 } // namespace quillet

@@ -204,6 +204,7 @@ TEST_F(GeneralPane, AnActiveProfileThatNoLongerExistsShowsNoChoiceAndCanBeCleare
 TEST_F(GeneralPane, AStoredSpacerCountOutOfRangeStepsFromTheNearestEnd) {
     preferences().setSpacerCount(9);
     settle();
+    EXPECT_EQ(spacersInBar(), 5);
     window().step("Menu bar spacers", +1);
     EXPECT_EQ(preferences().spacerCount(), 9);
     window().step("Menu bar spacers", -1);

@@ -42,7 +42,7 @@ TEST(SettingsStory, PreferencesChangedInTheWindowTakeEffectOnTheBar) {
 
     // Hover no longer opens the zone once "Reveal on hover" is off.
     EXPECT_THAT(output, HasSubstr("settings: Reveal on hover                                     "
-                                  "[off]\n4. pointer onto the menu bar: nothing opens  (t=2.36s)\n"
+                                  "[off]\n4. pointer onto the menu bar: nothing opens  (t=5.00s)\n"
                                   "    (<alwaysSeparator 10000>) (Docker) (Dropbox) <separator "
                                   "10000>"));
     // The Focus profile brings Dropbox and Docker out and hides Spotify.
@@ -82,7 +82,7 @@ TEST(SettingsStory, StepsOnAWindowThatIsNotThereSayWhyAndChangeNothing) {
         {"do": "launch"}, {"do": "flip", "row": "Reveal on hover"}, {"do": "openSettings"},
         {"do": "flip", "row": "No such row"}, {"do": "type", "text": "x"},
         {"do": "pick", "row": "Toggle hidden items", "choice": "⌘⌘"}]})");
-    EXPECT_THAT(output, HasSubstr("2. flip  (t=1.96s)\n"));
+    EXPECT_THAT(output, HasSubstr("2. flip  (t=5.00s)\n"));
     EXPECT_THAT(output, HasSubstr("settings: the window is not open"));
     EXPECT_THAT(output, HasSubstr("settings: nothing to flip there"));
     EXPECT_THAT(output, HasSubstr("settings: nothing to type there"));

@@ -14,11 +14,8 @@ namespace quillet {
 namespace {
 
 using ::testing::Contains;
-using ::testing::ElementsAre;
 using ::testing::HasSubstr;
-using ::testing::IsEmpty;
 using ::testing::Not;
-using ::testing::StartsWith;
 
 TEST(Scenario, RejectsMalformedScenariosWithOneLine) {
     const std::pair<const char*, const char*> cases[] = {
@@ -145,18 +142,6 @@ TEST(ScenarioPlayer, ARunKeepsEverythingTheUserSavedInTheSettingsFile) {
     EXPECT_THAT(text.str(), HasSubstr(rules));
     EXPECT_TRUE(log.lines().empty());
     std::filesystem::remove(path);
-}
-
-TEST(ScenarioPlayer, TheBuiltInScenarioPlaysToItsEnd) {
-    auto parsed = sim::parseScenario(sim::Scenario::builtIn());
-    ASSERT_TRUE(parsed.value) << parsed.error;
-    sim::ScenarioPlayer::Outcome outcome;
-    auto lines = play(sim::Scenario::builtIn(), nullptr, &outcome);
-    EXPECT_THAT(lines, Contains(HasSubstr("switch to the Focus profile")));
-    EXPECT_THAT(outcome.zoneProblems, IsEmpty());
-    EXPECT_EQ(outcome.pendingOnceIdle, 0u);
-    EXPECT_THAT(sim::ScenarioPlayer::describe(outcome, true),
-                ElementsAre("zones: every item is in its zone", StartsWith("stats: ")));
 }
 
 } // namespace

@@ -1,4 +1,3 @@
-#include "core/support/Task.hpp"
 #include "sim/SimulatedMac.hpp"
 #include "sim/VirtualScheduler.hpp"
 
@@ -13,58 +12,8 @@ using sim::SimulatedMac;
 using sim::VirtualScheduler;
 using ::testing::ElementsAre;
 
-std::vector<Duration> eventTimes(const SimulatedMac& mac) {
-    std::vector<Duration> times;
-    for (const auto& posted : mac.input().events()) {
-        times.push_back(posted.time);
-    }
-    return times;
-}
-
-TEST(SimulatedInput, WithoutASchedulerPausesAccumulateAndEventsCarryTheirTime) {
-    SimulatedMac mac;
-    mac.setDisplays({makeRect(0, 0, 1512, 982)});
-    EventSource source;
-    mac.post(source, {MouseEventType::mouseMoved, {100, 12}, 0, {}});
-    mac.pause(20ms);
-    mac.post(source, {MouseEventType::leftMouseDown, {100, 12}, EventFlags::command, {{91, 7}}});
-    mac.pause(50ms);
-    mac.pause(14ms);
-
-    EXPECT_THAT(eventTimes(mac), ElementsAre(0ms, 20ms));
-    EXPECT_EQ(mac.input().events()[1].event.integerFields,
-              (std::vector<std::pair<std::uint32_t, std::int64_t>>{{91, 7}}));
-    ASSERT_EQ(mac.input().pauses().size(), 3u);
-    EXPECT_EQ(mac.input().pauses()[2].start, 70ms);
-    EXPECT_EQ(mac.input().pauses()[2].length, 14ms);
-    EXPECT_EQ(mac.input().now(), 84ms);
-}
-
-TEST(SimulatedInput, ThePointerFollowsPostedEventsAndWarpsInBothCoordinateSystems) {
-    SimulatedMac mac;
-    mac.setDisplays({makeRect(0, 0, 1512, 982)});
-    mac.setPointerLocation({700, 900}); // AppKit: 82 points below the top
-    EXPECT_EQ(mac.eventLocation(), (std::optional<Point>{{700, 82}}));
-
-    EventSource source;
-    mac.post(source, {MouseEventType::leftMouseDragged, {1300, 12}, 0, {}});
-    EXPECT_EQ(mac.pointerLocation(), (Point{1300, 970}));
-
-    mac.hideCursor();
-    mac.warpCursor({700, 82});
-    mac.showCursor();
-    EXPECT_EQ(mac.pointerLocation(), (Point{700, 900}));
-    EXPECT_THAT(mac.input().warps(), ElementsAre(Point{700, 82}));
-    EXPECT_EQ(mac.input().cursorHides(), 1);
-    EXPECT_EQ(mac.input().cursorShows(), 1);
-
-    mac.setPointerEventAvailable(false);
-    EXPECT_EQ(mac.eventLocation(), std::nullopt);
-    EXPECT_TRUE(mac.createHIDEventSource());
-    mac.setEventSourceAvailable(false);
-    EXPECT_FALSE(mac.createHIDEventSource());
-}
-
+// What posted events, pauses, warps and the cursor leave on the simulated Mac is read by the item
+// mover's tests; where a posted move takes the pointer, by the hover tests'.
 class ScheduledInputTest : public ::testing::Test {
 protected:
     // Pauses as the item mover makes them: inside background work.

@@ -1,6 +1,8 @@
 #include "core/app/AppDelegate.hpp"
 
 #include "core/app/CommandLine.hpp"
+#include "core/app/MenuBarPresence.hpp"
+#include "core/app/Notices.hpp"
 #include "core/engine/ControlItemManager.hpp"
 #include "core/engine/SpacerManager.hpp"
 #include "core/engine/UpdaterManager.hpp"
@@ -73,6 +75,16 @@ void AppDelegate::applicationDidFinishLaunching() {
          ports.process.operatingSystemMajorVersion(), hooks_.showSettings, hooks_.startKeyboardNav,
          [&monitor] { monitor.showAgainAfterArrangement(); }});
     services_.publish(controlManager);
+    controlManager->watchToggleClicks(ports.pointer);
+    presence = std::make_unique<MenuBarPresence>(MenuBarPresence::Dependencies{
+        .scheduler = ports.scheduler,
+        .displays = ports.displays,
+        .workspace = ports.workspace,
+        .menuBarHost = ports.menuBarHost,
+        .notices = services_.notices(),
+        .ownPID = services_.ownPID(),
+        .ownItemFrames = [items = controlManager.get()] { return items->controlItemFrames(); }});
+    presence->checkAfterLaunch();
     const std::weak_ptr<ControlItemManager> manager = controlManager;
 
     services_.updater();

@@ -18,6 +18,7 @@ class AppPreferences;
 class ControlItemManager;
 class EventMonitorHub;
 class HotKeyManager;
+class MenuBarPresence;
 
 // Creates the long-lived objects of the hiding engine and the reveal triggers at launch, wires
 // the user's preferences to them in a fixed order, and tears the triggers down at quit. It holds
@@ -47,6 +48,7 @@ public:
 
     std::shared_ptr<ControlItemManager> controlManager;
     std::unique_ptr<EventMonitorHub> eventHub;
+    std::unique_ptr<MenuBarPresence> presence;
     std::unique_ptr<HotKeyManager> hotKey;
     std::vector<Subscription> cancellables;
 

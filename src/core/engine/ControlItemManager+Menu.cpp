@@ -48,6 +48,20 @@ void ControlItemManager::toggleButtonClicked(std::optional<ButtonEvent> event) {
     toggle();
 }
 
+void ControlItemManager::watchToggleClicks(PointerMonitor& pointer) {
+    toggleClicks_ = std::make_unique<ToggleClickWatch>(ToggleClickWatch::Dependencies{
+        .pointer = pointer,
+        .scheduler = deps_.scheduler,
+        .toggleFrame = [this] { return toggleItem_->windowFrame(); },
+        .movingItems = [this] { return isMovingItems(); },
+        .deliver = [this](std::optional<ButtonEvent> event) { toggleButtonClicked(event); }});
+}
+
+std::vector<std::optional<Rect>> ControlItemManager::controlItemFrames() const {
+    return {alwaysSeparatorItem_->windowFrame(), separatorItem_->windowFrame(),
+            toggleItem_->windowFrame()};
+}
+
 std::vector<MenuEntry> ControlItemManager::contextMenuEntries() const {
     MenuEntry launchAtLogin = entry("Launch at Login", kLaunchAtLoginAction);
     launchAtLogin.checked = deps_.launchAtLogin.isEnabled();

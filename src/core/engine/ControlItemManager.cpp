@@ -87,7 +87,8 @@ void ControlItemManager::configureItems() {
         toggleItem_->setAction(
             [weak = weak_from_this()](std::optional<ButtonEvent> event) {
                 if (auto self = weak.lock()) {
-                    self->toggleButtonClicked(event);
+                    self->toggleClicks_ ? self->toggleClicks_->buttonSent(event)
+                                        : self->toggleButtonClicked(event);
                 }
             },
             kToggleActionMask);

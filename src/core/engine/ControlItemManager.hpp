@@ -2,6 +2,7 @@
 
 #include "core/engine/ItemMover.hpp"
 #include "core/engine/PostEventAccessWatch.hpp"
+#include "core/engine/ToggleClickWatch.hpp"
 #include "core/menubar/AXResolver.hpp"
 #include "core/menubar/BarKind.hpp"
 #include "core/menubar/ItemEnumerator.hpp"
@@ -34,6 +35,7 @@ class InputInjector;
 class LaunchAtLogin;
 class LogSink;
 class Notices;
+class PointerMonitor;
 class Scheduler;
 class VisibleItemEnforcer;
 class WindowListSource;
@@ -146,6 +148,9 @@ public:
     // The toggle's action with the application's current event: a right click or a
     // Control-click opens the menu, any other click shows or hides the hidden zone.
     void toggleButtonClicked(std::optional<ButtonEvent> event);
+    // From now on, the toggle's clicks are also taken from what event monitors see, for the bar
+    // whose buttons do not report every click (see ToggleClickWatch).
+    void watchToggleClicks(PointerMonitor& pointer);
     // The toggle's menu as it would open now; built anew on every opening.
     std::vector<MenuEntry> contextMenuEntries() const;
     void presentContextMenu();
@@ -155,6 +160,8 @@ public:
     void openSettings();
     void startKeyboardNav();
 
+    // Where AppKit has put each of our control items (AppKit coordinates), as far as it says.
+    std::vector<std::optional<Rect>> controlItemFrames() const;
     // The window of one of our own control items on the main display.
     std::optional<MenuBarItem> ownItem(std::string_view autosaveName) const;
 
@@ -326,6 +333,7 @@ private:
     std::shared_ptr<StatusItem> alwaysSeparatorItem_;
     std::shared_ptr<StatusItem> separatorItem_;
     std::shared_ptr<StatusItem> toggleItem_;
+    std::unique_ptr<ToggleClickWatch> toggleClicks_;
     bool isExpanded_ = true;
     // Whether the always-hidden zone is shown too.
     bool isAllRevealed_ = true;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/ports/Geometry.hpp"
+
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -23,6 +25,17 @@ public:
     // Events sent to this application.
     virtual std::optional<Token> addLocalMonitor(std::uint64_t eventMask,
                                                  std::function<void()> handler) = 0;
+    // A mouse button going down or up: the event's type (the window server's number, as in
+    // MouseEventType), its modifier flags, and where the pointer was, in AppKit coordinates.
+    struct ButtonChange {
+        std::uint32_t type = 0;
+        std::uint64_t modifierFlags = 0;
+        Point location;
+    };
+    // Left and right mouse buttons going down and up, in events sent to other applications
+    // (`global`) or to this one; nullopt when the platform refuses the monitor.
+    virtual std::optional<Token>
+    addButtonMonitor(bool global, std::function<void(const ButtonChange&)> handler) = 0;
     virtual void removeMonitor(Token token) = 0;
 };
 

@@ -20,6 +20,8 @@ public:
                                           std::function<void()> handler) override;
     std::optional<Token> addLocalMonitor(std::uint64_t eventMask,
                                          std::function<void()> handler) override;
+    std::optional<Token>
+    addButtonMonitor(bool global, std::function<void(const ButtonChange&)> handler) override;
     void removeMonitor(Token token) override;
 
 private:

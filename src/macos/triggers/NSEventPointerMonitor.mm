@@ -51,6 +51,29 @@ NSEventPointerMonitor::addLocalMonitor(std::uint64_t eventMask, std::function<vo
                                      }]);
 }
 
+// The pointer's place is read from NSEvent's class, in AppKit's coordinates, as the toggle's
+// frame is given: a global event's own location has no window to be relative to.
+std::optional<PointerMonitor::Token>
+NSEventPointerMonitor::addButtonMonitor(bool global,
+                                        std::function<void(const ButtonChange&)> handler) {
+    const NSEventMask mask = NSEventMaskLeftMouseDown | NSEventMaskLeftMouseUp |
+                             NSEventMaskRightMouseDown | NSEventMaskRightMouseUp;
+    void (^report)(NSEvent*) = ^(NSEvent* event) {
+        const NSPoint where = [NSEvent mouseLocation];
+        handler({.type = static_cast<std::uint32_t>([event type]),
+                 .modifierFlags = static_cast<std::uint64_t>([event modifierFlags]),
+                 .location = {where.x, where.y}});
+    };
+    if (global) {
+        return monitors_->keep([NSEvent addGlobalMonitorForEventsMatchingMask:mask handler:report]);
+    }
+    return monitors_->keep([NSEvent addLocalMonitorForEventsMatchingMask:mask
+                                                                 handler:^NSEvent*(NSEvent* event) {
+                                                                     report(event);
+                                                                     return event;
+                                                                 }]);
+}
+
 void NSEventPointerMonitor::removeMonitor(Token token) {
     if (auto removed = monitors_->byToken.extract(token)) {
         [NSEvent removeMonitor:removed.mapped()];

@@ -12,6 +12,9 @@ SimStatusItem::SimStatusItem(std::weak_ptr<MenuBarModel> bar, double length)
     }
 }
 
+SimStatusItem::SimStatusItem(Rect birthFrame, double length)
+    : length_(length), inBar_(false), birthFrame_(birthFrame) {}
+
 SimStatusItem::~SimStatusItem() {
     leaveBar();
 }
@@ -33,6 +36,9 @@ double SimStatusItem::buttonHeight() const {
 // it; it measures upward from the bottom of the main display. The hosted bar tells it nothing:
 // every item of ours reports the one placeholder frame.
 std::optional<Rect> SimStatusItem::windowFrame() const {
+    if (birthFrame_) {
+        return birthFrame_;
+    }
     auto model = bar_.lock();
     if (model && inBar_ && model->isHosted()) {
         return model->mainDisplayFrameInAppKit(model->placeholderFrame());

@@ -20,6 +20,9 @@ public:
     };
 
     SimStatusItem(std::weak_ptr<MenuBarModel> bar, double length);
+    // An item the system made but never placed in any bar: it keeps `birthFrame` (AppKit
+    // coordinates) and has no window in the list.
+    SimStatusItem(Rect birthFrame, double length);
     ~SimStatusItem() override;
     SimStatusItem(const SimStatusItem&) = delete;
     SimStatusItem& operator=(const SimStatusItem&) = delete;
@@ -65,6 +68,7 @@ private:
     std::uint64_t actionMask_ = 0;
     std::optional<ShownMenu> menu_;
     bool inBar_ = true;
+    std::optional<Rect> birthFrame_;
 };
 
 } // namespace quillet::sim
