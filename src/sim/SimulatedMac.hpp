@@ -18,6 +18,10 @@
 //   EXPECT_EQ(mac.renderMenuBar(), "<separator> [Dropbox] [Battery] | [BentoBox] [Clock]");
 //   EXPECT_LE(mac.statusItemFrame(dropbox)->maxX(), separatorFrame.minX() + 2);
 //
+// macOS 27's hosted bar is the same scene seen another way: `mac.setMenuBarKind(BarKind::hosted)`
+// (SimulatedWorld::runMacOS(27) for a whole world) and read it through hostedItems, the host's
+// accessibility tree; SimulatedMac+Hosted.cpp says what changes.
+//
 // Status item windows are numbered from 1000 in the order they are made and listed after the
 // windows given with addWindow; `ownStatusItem(name)` finds our items to click them or read
 // their images. Run the item mover inside background work of the scheduler (`inBackground`), as
@@ -184,8 +188,10 @@ public:
     int ignoredSyntheticDrags() const { return ignoredSyntheticDrags_; }
     static constexpr Pid kMenuBarHostPID = 389;
 
-    // Reading the scene.
+    // Reading the scene. On the hosted bar statusItemFrame is where the item stands in the row,
+    // shownItemFrame where it shows on the main display: nowhere in the overflow or dropped.
     std::optional<Rect> statusItemFrame(WindowID window) const { return bar_->frame(window); }
+    std::optional<Rect> shownItemFrame(WindowID window) const { return bar_->shownFrame(window); }
     std::vector<WindowID> menuBarOrder() const { return bar_->order(); }
     std::string renderMenuBar() const { return bar_->render(); }
     const MenuBarModel& menuBar() const { return *bar_; }

@@ -1,5 +1,6 @@
 #include "core/ports/StatusBarHost.hpp"
 #include "sim/SimulatedMac.hpp"
+#include "sim/app/ZoneCheck.hpp"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -91,6 +92,8 @@ TEST_F(HostedMenuBar, ItemsPushedPastTheStatusAreaGoToTheOverflowAndStayInTheTre
     EXPECT_EQ(slotOf(kSlack.pid)->frame, std::nullopt);
     EXPECT_EQ(slotOf(kOwnPID)->frame, makeRect(620, 0, 700, 24));
     EXPECT_EQ(mac.firstExtrasMenuBarChildFrame(kSlack.pid, 250ms), std::nullopt);
+    EXPECT_EQ(mac.shownItemFrame(slack), std::nullopt);
+    EXPECT_EQ(mac.shownItemFrame(dropbox), makeRect(1320, 0, 30, 24));
 }
 
 TEST_F(HostedMenuBar, FramesAreMissingAtFirstAndLagOneReadAfterAChange) {
@@ -156,6 +159,35 @@ TEST_F(HostedMenuBar, NoTreeWithoutTrustOrFromAHostThatDoesNotAnswer) {
     mac.setMenuBarKind(BarKind::perItemWindows);
     mac.setAccessibilityTrusted(true);
     EXPECT_EQ(mac.hostedItems(250ms), std::nullopt) << "no host on the per-item bar";
+}
+
+// Slack's second item sits between the separators and its first right of them, Slack's rule is
+// Hide, and the window list withholds titles: only the hosted bar's tree tells whose the second
+// item is, so only there must it be hidden.
+TEST(HostedZoneCheck, EveryItemCanBeRuledOnTheHostedBarWithoutTitles) {
+    for (bool hosted : {false, true}) {
+        sim::MenuBarModel bar;
+        bar.setGeometry(makeRect(0, 0, 1512, 982), 24);
+        bar.setHosted(hosted);
+        bar.setAutosaveName(bar.addOwn(30), "quillet.toggle");
+        sim::MenuBarModel::Item slack;
+        slack.pid = kSlack.pid;
+        slack.appName = kSlack.name;
+        slack.bundleID = kSlack.bundleID;
+        slack.length = 30;
+        bar.add(slack);
+        bar.setAutosaveName(bar.addOwn(10), "quillet.separator");
+        bar.add(slack);
+        bar.setAutosaveName(bar.addOwn(10), "quillet.alwaysSeparator");
+        const auto problems = sim::ZoneCheck::problems(
+            bar, {{kSlack.bundleID, MenuBarSection::hidden}}, std::nullopt, false);
+        if (hosted) {
+            EXPECT_THAT(problems, ::testing::ElementsAre("Slack is visible, its rule says hidden"));
+        } else {
+            EXPECT_THAT(problems, ::testing::ElementsAre("Slack is hidden, its rule says visible",
+                                                         "Slack is visible, its rule says hidden"));
+        }
+    }
 }
 
 // Over random bars on one to three displays 1024 to 6016 points wide: on every display an item is

@@ -30,6 +30,7 @@ TEST(Scenario, RejectsMalformedScenariosWithOneLine) {
         {R"({"apps": [{"bundleID": "a.b", "name": "A", "pid": 3, "width": 9000}]})",
          "app 0: \"width\" must be a width from 1 to 600"},
         {R"({"naming": "macOS7"})", "\"naming\" must be"},
+        {R"({"macOS": 12})", "\"macOS\" must be a major version such as 26 or 27"},
         {R"({"rules": []})", "\"rules\" must be an object"},
         {R"({"steps": [{"do": "pressKey", "key": "tab"}]})", "step 1: there is no key \"tab\""},
         // What a user wrote is quoted, never allowed to break the line.

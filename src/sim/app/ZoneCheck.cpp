@@ -37,7 +37,8 @@ MenuBarSection ZoneCheck::zoneFor(const MenuBarModel::Item& item, const SectionR
 
 bool ZoneCheck::isIdentifiable(const MenuBarModel& bar, const MenuBarModel::Item& item,
                                bool titlesListed) {
-    if (titlesListed) {
+    // The hosted bar's tree names every item's owner, and Apple's items by identifier.
+    if (titlesListed || bar.isHosted()) {
         return true;
     }
     if (item.kind != MenuBarModel::Kind::application) {

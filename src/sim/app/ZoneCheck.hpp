@@ -21,7 +21,8 @@ namespace quillet::sim {
 // only be about an item that something else still names: its owner under per-application
 // naming, or else the one frame Accessibility reports for each application, that of the first
 // item it made. No rule can reach any other item (a system item, an application's second item
-// under macOS 26 naming), so it must not be hidden by accident: its zone is the visible one.
+// under macOS 26 naming), so it must not be hidden by accident: its zone is the visible one. The
+// hosted bar's accessibility tree needs no Screen Recording: there every item can be ruled.
 class ZoneCheck {
 public:
     // One line per item out of its zone ("Slack is hidden, its rule says alwaysHidden") and one

@@ -7,16 +7,20 @@
 //    display it is drawn on is dropped from that display's bar and tree (high on "about half",
 //    medium on the 16). The owner is not told: its length stays as it was.
 //  - A dropped item can still take room (medium: a 1920-pt item on an 1800-pt display took about
-//    1000 pt and blanked the app menus). It hides nothing: the other items close its gap.
+//    1000 pt and blanked the app menus), and a 10000-pt separator hides nothing (high).
 //  - Items pushed left past the status area go into the system's overflow menu, where they stay
 //    usable, with no frame (high on the overflow, medium on the missing frame).
 //  - Our own items all report one placeholder frame, which grows with the longest (medium).
 // Assumed:
+//  - The room a dropped item takes is the app menus' (they go blank), not the other items': those
+//    close its gap, so nothing is pushed into the overflow by it.
 //  - The status area ends on the left where the app menus need their room; the width of the
 //    menus is a setting (setAppMenusWidth), the same on every display.
 //  - A dropped item takes half its display's width of room (the measured 1000 pt of 1800 rounded
 //    down to the threshold), never more than the display.
 //  - The placeholder frame sits at the top left of the main display.
+// Not modelled: the bar reordering itself between collapses (medium), and overflow items reported
+// stacked at one frame instead of with none (the other reported alternative).
 
 #include "sim/engine/MenuBarModel.hpp"
 
