@@ -32,15 +32,6 @@ constexpr int kMaxHostedLooks = 10;
 // How far a slot's reported width may stray from the length we gave the item.
 constexpr double kWidthTolerance = 1.0;
 
-std::string joined(const std::vector<std::string>& names) {
-    std::string text;
-    for (std::size_t i = 0; i < names.size(); ++i) {
-        text += i == 0 ? "" : i + 1 == names.size() ? " and " : ", ";
-        text += names[i];
-    }
-    return text;
-}
-
 } // namespace
 
 BarKind ControlItemManager::observeBarKind() const {
@@ -278,10 +269,10 @@ void ControlItemManager::reviewHostedRules(const std::vector<HostedItem>& bar) {
         deps_.notices.post(HostedNotices::toggleLeftOfSeparator());
     }
     if (!toDrag.empty()) {
-        deps_.notices.post(HostedNotices::dragLeftOfSeparator(joined(toDrag)));
+        deps_.notices.post(HostedNotices::dragLeftOfSeparator(toDrag));
     }
     if (!alwaysHidden.empty()) {
-        deps_.notices.post(HostedNotices::allowInMenuBar(joined(alwaysHidden)));
+        deps_.notices.post(HostedNotices::allowInMenuBar(alwaysHidden));
     }
 }
 

@@ -1,6 +1,7 @@
 #include "core/engine/HostedNotices.hpp"
 
 #include <string_view>
+#include <vector>
 
 namespace quillet::HostedNotices {
 
@@ -9,6 +10,19 @@ namespace {
 constexpr std::string_view kMenuBarSettingsURL =
     "x-apple.systempreferences:com.apple.MenuBarSettings";
 constexpr std::string_view kOnlyYou = "On this Mac only you can move menu bar items. ";
+
+std::string joined(const std::vector<std::string>& names) {
+    std::string text;
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        text += i == 0 ? "" : i + 1 == names.size() ? " and " : ", ";
+        text += names[i];
+    }
+    return text;
+}
+
+std::string them(const std::vector<std::string>& names) {
+    return names.size() == 1 ? "it" : "them";
+}
 
 // Something to do once, with nothing Quillet could open for it.
 Notice askOnce(std::string key, std::string line, std::string title, std::string text) {
@@ -47,20 +61,23 @@ Notice toggleLeftOfSeparator() {
                        "then Quillet does not collapse, so that the toggle stays in reach.");
 }
 
-Notice dragLeftOfSeparator(const std::string& names) {
+Notice dragLeftOfSeparator(const std::vector<std::string>& applications) {
+    const std::string names = joined(applications);
     return askOnce("hosted-drag:" + names,
                    "Quillet: cannot move menu bar items on this Mac; Command-drag " + names +
                        " left of Quillet's separator (•••) once, and the rule holds from then on",
                    "Drag " + names + " left of Quillet's separator",
                    std::string(kOnlyYou) + "Hold Command and drag " + names +
-                       " to the left of ••• once; Quillet hides it from then on.");
+                       " to the left of ••• once; Quillet hides " + them(applications) +
+                       " from then on.");
 }
 
-Notice allowInMenuBar(const std::string& names) {
+Notice allowInMenuBar(const std::vector<std::string>& applications) {
+    const std::string names = joined(applications);
     return {"hosted-always:" + names,
             "Quillet: cannot keep " + names +
-                " always hidden on this Mac; turn off “Allow in the Menu Bar” for it in System "
-                "Settings › Menu Bar",
+                " always hidden on this Mac; turn off “Allow in the Menu Bar” for " +
+                them(applications) + " in System Settings › Menu Bar",
             Alert{"Keep " + names + " out of the menu bar in System Settings",
                   "On this Mac Quillet cannot keep items always hidden. System Settings › Menu "
                   "Bar has an “Allow in the Menu Bar” switch for each app: turn it off for " +

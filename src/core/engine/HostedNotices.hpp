@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <string>
+#include <vector>
 
 namespace quillet {
 
@@ -17,9 +18,9 @@ Notice collapseFailed(const std::string& what, std::size_t waitingSeparators);
 // The toggle stands left of the separator, where a collapse would take it along.
 Notice toggleLeftOfSeparator();
 // Items ruled Hide or Auto that stand right of the separator, named.
-Notice dragLeftOfSeparator(const std::string& names);
+Notice dragLeftOfSeparator(const std::vector<std::string>& applications);
 // Items ruled Always hidden, named: only the system's own switch can do that there.
-Notice allowInMenuBar(const std::string& names);
+Notice allowInMenuBar(const std::vector<std::string>& applications);
 
 } // namespace HostedNotices
 
