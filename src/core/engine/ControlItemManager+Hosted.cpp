@@ -24,8 +24,6 @@ namespace quillet {
 
 namespace {
 
-// As long as any other Accessibility question may take.
-constexpr std::chrono::milliseconds kHostMessagingTimeout{250};
 // Positions lag after a change: two reads this far apart that agree are trusted.
 constexpr Duration kHostedLookInterval = std::chrono::milliseconds(150);
 constexpr int kMaxHostedLooks = 10;
@@ -67,8 +65,8 @@ void ControlItemManager::updateBarKind() {
 }
 
 std::vector<HostedItem> ControlItemManager::hostedBar(std::size_t displayIndex) const {
-    auto items =
-        deps_.menuBarHost.hostedItems(kHostMessagingTimeout).value_or(std::vector<HostedItem>{});
+    auto items = deps_.menuBarHost.hostedItems(AXResolver::kMessagingTimeout)
+                     .value_or(std::vector<HostedItem>{});
     // What sits in the overflow has no place on the bar.
     std::erase_if(items, [&](const HostedItem& item) {
         return item.displayIndex != displayIndex || !item.frame;
