@@ -38,6 +38,12 @@ public:
             }
         }
         stage_.preferences().setSectionByBundleID(rules);
+        // Now and then without Accessibility, through which alone the hosted bar can be seen.
+        // (The bar of windows without it is ZoneGuarantee's: nothing is ordered, nothing
+        // collapses.)
+        if (kind_ == BarKind::hosted) {
+            stage_.mac().setAccessibilityTrusted(!chance(0.15));
+        }
     }
 
     // On the hosted bar Quillet's items come in at the left end: the user puts the toggle at the

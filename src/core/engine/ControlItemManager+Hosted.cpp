@@ -64,15 +64,22 @@ void ControlItemManager::updateBarKind() {
     }
 }
 
-std::vector<HostedItem> ControlItemManager::hostedBar(std::size_t displayIndex) const {
-    auto items = deps_.menuBarHost.hostedItems(AXResolver::kMessagingTimeout)
-                     .value_or(std::vector<HostedItem>{});
+std::optional<std::vector<HostedItem>>
+ControlItemManager::readHostedBar(std::size_t displayIndex) const {
+    auto items = deps_.menuBarHost.hostedItems(AXResolver::kMessagingTimeout);
+    if (!items) {
+        return std::nullopt;
+    }
     // What sits in the overflow has no place on the bar.
-    std::erase_if(items, [&](const HostedItem& item) {
+    std::erase_if(*items, [&](const HostedItem& item) {
         return item.displayIndex != displayIndex || !item.frame;
     });
-    std::ranges::sort(items, {}, [](const HostedItem& item) { return item.frame->minX(); });
+    std::ranges::sort(*items, {}, [](const HostedItem& item) { return item.frame->minX(); });
     return items;
+}
+
+std::vector<HostedItem> ControlItemManager::hostedBar(std::size_t displayIndex) const {
+    return readHostedBar(displayIndex).value_or(std::vector<HostedItem>{});
 }
 
 // The host may answer the first question after a change with the frames it had before it; a
@@ -184,7 +191,14 @@ bool ControlItemManager::addExtraSeparators() {
 std::optional<ControlItemManager::StillShown> ControlItemManager::hostedStillShown() const {
     const std::size_t displays = enumerator_.activeDisplayBounds().size();
     for (std::size_t display = 0; display < displays; ++display) {
-        const auto bar = hostedBar(display);
+        const auto read = readHostedBar(display);
+        // Without Accessibility (or an answer) nothing can confirm the collapse.
+        if (!read) {
+            return StillShown{"Quillet cannot read the menu bar (it needs Accessibility for "
+                              "that here), so nothing hidden can be confirmed",
+                              Rect{}, false};
+        }
+        const auto& bar = *read;
         const auto separator = hostedSeparatorIndex(bar);
         // Elsewhere than on the main display the separator may sit in the overflow with all
         // that is left of it; missing from the main display's bar, it was dropped.

@@ -303,6 +303,8 @@ private:
     // One display's part of the hosted bar (the main display's unless told), left to right,
     // without what is in the overflow.
     std::vector<HostedItem> hostedBar(std::size_t displayIndex = 0) const;
+    // The same, or nothing when the host cannot be read.
+    std::optional<std::vector<HostedItem>> readHostedBar(std::size_t displayIndex) const;
     std::vector<HostedItem> currentHostedBar() const;
     // Where our separator is on the hosted bar, and how many extra separators stand right beside
     // it, where they push with it.
