@@ -122,7 +122,10 @@ void ControlItemManager::setExpanded(bool expanded) {
         // Counted while the bar still shows their expanded lengths.
         placedExtras_ = placedExtraSeparators(currentHostedBar());
     }
-    ++collapses_;
+    // A check under way goes on through lengths applied again to the same state.
+    if (expanded != isExpanded_) {
+        ++collapses_;
+    }
     isExpanded_ = expanded;
     applySeparatorLengths();
     updateAppearance();
