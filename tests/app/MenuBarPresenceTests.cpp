@@ -5,12 +5,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace quillet {
 namespace {
 
 using namespace std::chrono_literals;
 using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 
 // Switched off under System Settings › Menu Bar, Quillet's items are made but never placed: the
 // user hears so once, a few seconds after launch, with the way to the switch; on either bar.
@@ -36,16 +37,21 @@ TEST(MenuBarPresence, ASwitchedOffQuilletSaysSoOnceWithTheWayToTheSwitch) {
         world.mac.allowOwnItemsInMenuBar(c.allowed);
         world.mac.setAccessibilityTrusted(c.trusted);
         quillet.delegate.applicationDidFinishLaunching();
+        // On the hosted bar the engine may have asked the user for a drag meanwhile.
+        auto switchedOffAlerts = [&] {
+            return std::ranges::count(world.alerts.shown(),
+                                      std::string("Quillet is switched off in the menu bar"),
+                                      &Alert::messageText);
+        };
         world.scheduler.advance(MenuBarPresence::kPlacementTime - 1s);
-        EXPECT_THAT(world.alerts.shown(), IsEmpty());
+        EXPECT_EQ(switchedOffAlerts(), 0);
         world.scheduler.advance(1min);
         world.scheduler.runUntilIdle();
 
-        ASSERT_EQ(world.alerts.shown().size(), c.told ? 1u : 0u);
+        ASSERT_EQ(switchedOffAlerts(), c.told ? 1 : 0);
+        while (world.alerts.choose(0)) {
+        }
         if (c.told) {
-            EXPECT_EQ(world.alerts.shown()[0].messageText,
-                      "Quillet is switched off in the menu bar");
-            world.alerts.choose(0);
             EXPECT_THAT(world.mac.openedURLs(), ElementsAre(MenuBarPresence::kMenuBarSettingsURL));
         }
     }

@@ -90,6 +90,32 @@ TEST_F(ControlItemsTest, CollapsingHidesBothZonesAndExpandingBringsBackOnlyTheHi
     EXPECT_TRUE(isOnScreen(dropbox));
 }
 
+// A display wider than the hiding length: widening the separator leaves the hidden item in view.
+// The toggle must not claim otherwise, and the user hears of it once, not at every press.
+TEST_F(EngineScene, ACollapseThatLeavesTheHiddenZoneInViewIsUndoneAndToldOnce) {
+    mac.setDisplays({makeRect(0, 0, 12000, 3000)});
+    const WindowID dropbox = mac.addApplicationItem(kDropbox, "com.getdropbox.dropbox", 30);
+    setRules({{"com.getdropbox.dropbox", MenuBarSection::hidden}});
+    startQuillet();
+    manager->arrangeAndReapply({"com.getdropbox.dropbox"}, {});
+    scheduler.runUntilIdle();
+    ASSERT_EQ(zoneOf(dropbox), MenuBarSection::hidden);
+    EXPECT_TRUE(isOnScreen(dropbox));
+    EXPECT_TRUE(manager->isExpanded());
+    EXPECT_EQ(control(ControlItemManager::kSeparatorName)->length(), kVariableStatusItemLength);
+
+    manager->toggle();
+    EXPECT_FALSE(manager->isExpanded());
+    scheduler.runUntilIdle();
+    EXPECT_TRUE(manager->isExpanded());
+    const auto told = std::count_if(log.lines().begin(), log.lines().end(), [](const auto& line) {
+        return line.starts_with("Quillet: hiding did not work — com.getdropbox.dropbox is still");
+    });
+    EXPECT_EQ(told, 1);
+    ASSERT_EQ(alerts.shown().size(), 1u);
+    EXPECT_EQ(alerts.shown()[0].messageText, "Quillet could not hide your menu bar items");
+}
+
 TEST_F(ControlItemsTest, RightAndControlClicksOpenTheMenuWhileOtherClicksToggleTheHiddenZone) {
     EXPECT_TRUE(toggle()->click(kRightUp));
     EXPECT_TRUE(toggle()->shownMenu().has_value());

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/app/Notices.hpp"
 #include "core/engine/ControlItemManager.hpp"
 #include "core/engine/LaunchAtLogin.hpp"
 #include "core/engine/VisibleItemEnforcer.hpp"
@@ -7,6 +8,7 @@
 #include "sim/SimulatedLog.hpp"
 #include "sim/SimulatedMac.hpp"
 #include "sim/VirtualScheduler.hpp"
+#include "sim/app/SimulatedApplication.hpp"
 #include "sim/prefs/MemoryKeyValueStore.hpp"
 
 #include <gtest/gtest.h>
@@ -66,11 +68,13 @@ protected:
                                             .displays = mac,
                                             .workspace = mac,
                                             .accessibility = mac,
+                                            .menuBarHost = mac,
                                             .input = mac,
                                             .launchAtLogin = launchAtLogin,
                                             .preferences = preferences,
                                             .enforcer = enforcer,
                                             .log = log,
+                                            .notices = notices,
                                             .ownPID = kOwnPID,
                                             .openSettings = [this] { ++settingsOpened; },
                                             .startKeyboardNav = [this] { ++navigationsStarted; },
@@ -122,6 +126,8 @@ protected:
     sim::VirtualScheduler scheduler;
     sim::SimulatedMac mac{scheduler};
     sim::SimulatedLog log;
+    sim::SimulatedAlerts alerts;
+    Notices notices{alerts, mac, log};
     sim::MemoryKeyValueStore defaults;
     AppPreferences preferences{defaults};
     SwitchableLoginItem loginItem;

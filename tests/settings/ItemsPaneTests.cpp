@@ -56,6 +56,21 @@ TEST_F(ItemsPane, ListsAppsApartFromMacOSSortedWithWhatEachCanBe) {
     EXPECT_THAT(text, HasSubstr("Some system items can’t move — macOS keeps them fixed."));
 }
 
+// On macOS 27 the system hosts the bar and Quillet moves nothing: the pane says what each rule
+// comes to there, before anything else.
+TEST_F(ItemsPane, OnTheHostedBarEachRuleSaysWhatItDoesOnThisMac) {
+    mac().setMenuBarKind(BarKind::hosted);
+    quillet.world.process.setOperatingSystemMajorVersion(27);
+    openItems();
+    const std::string text = shown();
+    EXPECT_THAT(text, HasSubstr("ON THIS MAC"));
+    EXPECT_THAT(text, HasSubstr("Hidden while collapsed once you ⌘-drag it left of ••• yourself."));
+    EXPECT_THAT(text, HasSubstr("turn off “Allow in the Menu Bar” for its app."));
+    EXPECT_THAT(text, HasSubstr("the hidden items show while its app is in front."));
+    EXPECT_LT(text.find("ON THIS MAC"), text.find("Stays in the menu bar."));
+    EXPECT_LT(text.find("Stays in the menu bar."), text.find("No menu bar items yet"));
+}
+
 TEST_F(ItemsPane, LongNamesKeepToOneLineAndLongIdentifiersKeepBothEnds) {
     const sim::SimulatedMac::Application helper{
         "com.example.enterprise.productivity.suite.menubar.helper", "Helper", 704};

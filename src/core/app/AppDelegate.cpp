@@ -70,9 +70,10 @@ void AppDelegate::applicationDidFinishLaunching() {
     ActiveAppMonitor& monitor = services_.activeAppMonitor();
     controlManager = ControlItemManager::make(
         {ports.scheduler, ports.statusBar, ports.windows, ports.displays, ports.workspace,
-         ports.accessibility, ports.input, services_.launchAtLogin(), preferences,
-         services_.enforcer(), ports.log, services_.ownPID(), hooks_.showSettings,
-         hooks_.startKeyboardNav, [&monitor] { monitor.showAgainAfterArrangement(); }});
+         ports.accessibility, ports.menuBarHost, ports.input, services_.launchAtLogin(),
+         preferences, services_.enforcer(), ports.log, services_.notices(), services_.ownPID(),
+         ports.process.operatingSystemMajorVersion(), hooks_.showSettings, hooks_.startKeyboardNav,
+         [&monitor] { monitor.showAgainAfterArrangement(); }});
     services_.publish(controlManager);
     controlManager->watchToggleClicks(ports.pointer);
     presence = std::make_unique<MenuBarPresence>(MenuBarPresence::Dependencies{

@@ -34,6 +34,10 @@ void ControlItemManager::arrangeAndReapply(RuleKeys hidden, RuleKeys alwaysHidde
 }
 
 void ControlItemManager::showNewlyVisible(std::vector<MenuBarItem> items) {
+    // Nothing can be moved on the hosted bar; a new item stays where the system put it.
+    if (barKind_ == BarKind::hosted) {
+        return;
+    }
     enqueueLayout([self = shared_from_this(), items = std::move(items)] {
         return self->newlyVisibleJob(items);
     });
@@ -45,6 +49,10 @@ void ControlItemManager::enforce(const MenuBarItem& item, MenuBarSection section
 
 void ControlItemManager::enforce(std::optional<std::string> ruleKey, WindowID fallbackWID,
                                  MenuBarSection section) {
+    if (barKind_ == BarKind::hosted) {
+        hostedEnforce(ruleKey, section);
+        return;
+    }
     enqueueLayout([self = shared_from_this(), ruleKey = std::move(ruleKey), fallbackWID, section] {
         return self->enforceJob(ruleKey, fallbackWID, section);
     });
@@ -54,6 +62,12 @@ void ControlItemManager::enforce(std::optional<std::string> ruleKey, WindowID fa
 // no harm.
 Task<> ControlItemManager::arrangeJob(RuleKeys hidden, RuleKeys alwaysHidden) {
     co_await sleep(deps_.scheduler, kSettleBeforeArranging);
+    // Our items have had time to be placed: the bar shows now which kind it is.
+    updateBarKind();
+    if (barKind_ == BarKind::hosted) {
+        co_await hostedArrangement(hidden.empty() && alwaysHidden.empty());
+        co_return;
+    }
     setAllRevealed(true);
     co_await sleep(deps_.scheduler, kSettleAfterRevealing);
     co_await orderControlItems();

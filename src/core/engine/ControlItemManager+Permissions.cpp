@@ -90,6 +90,9 @@ bool ControlItemManager::controlItemsInOrder() const {
 }
 
 bool ControlItemManager::collapseKeepsToggle() const {
+    if (barKind_ == BarKind::hosted) {
+        return hostedCollapseKeepsToggle(currentHostedBar());
+    }
     // The always-separator may be off the screen already; only these two matter here.
     const auto controls = controlFrames(mainDisplayItems());
     const auto separator = controls.find(kSeparatorName);

@@ -220,8 +220,9 @@ ControlItemManager::cursorDisplayIndex(const std::vector<Rect>& displays) const 
 }
 
 Task<bool> ControlItemManager::performMove(WindowID item, ItemMover::Side side, WindowID anchor) {
-    // Without the grant every attempt would be dropped behind a hidden cursor.
-    if (!moveAccess_.allowsMoves()) {
+    // Without the grant every attempt would be dropped behind a hidden cursor. On the hosted bar
+    // a posted drag takes over the pointer and moves nothing.
+    if (!moveAccess_.allowsMoves() || barKind_ == BarKind::hosted) {
         co_return false;
     }
     // The drag takes its time in sleeps between synthetic events; the main thread stays free.

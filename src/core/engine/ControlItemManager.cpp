@@ -2,6 +2,7 @@
 
 #include "core/ports/InputInjector.hpp"
 #include "core/ports/Scheduler.hpp"
+#include "core/ports/Workspace.hpp"
 
 #include <cassert>
 #include <utility>
@@ -39,6 +40,7 @@ void showImage(StatusItem& item, const std::optional<SymbolImage>& image) {
 std::shared_ptr<ControlItemManager> ControlItemManager::make(Dependencies dependencies) {
     std::shared_ptr<ControlItemManager> manager(new ControlItemManager(std::move(dependencies)));
     manager->configureItems();
+    manager->updateBarKind();
     return manager;
 }
 
@@ -52,6 +54,27 @@ ControlItemManager::ControlItemManager(Dependencies dependencies)
       toggleItem_(deps_.statusBar.createStatusItem(kVariableStatusItemLength)),
       moveAccess_(deps_.input, deps_.workspace, deps_.log, [this] { rearrangeAfterGrant(); }) {
     assertMainThread();
+}
+
+ControlItemManager::~ControlItemManager() {
+    if (displayObserver_) {
+        deps_.workspace.removeObserver(*displayObserver_);
+    }
+}
+
+// The kind of bar and the longest length it accepts follow the displays. Not needed on a bar of
+// windows, where nothing of ours depends on the displays and no display makes the system host
+// its bar.
+void ControlItemManager::observeDisplays() {
+    if (displayObserver_) {
+        return;
+    }
+    displayObserver_ = deps_.workspace.addObserver(WorkspaceEvent::didChangeScreenParameters,
+                                                   [weak = weak_from_this()] {
+                                                       if (auto self = weak.lock()) {
+                                                           self->updateBarKind();
+                                                       }
+                                                   });
 }
 
 void ControlItemManager::configureItems() {
@@ -92,19 +115,28 @@ void ControlItemManager::updateAppearance() {
 
 void ControlItemManager::setExpanded(bool expanded) {
     assertMainThread();
-    isExpanded_ = expanded;
-    if (expanded) {
-        separatorItem_->setLength(kVariableStatusItemLength);
-        showImage(*separatorItem_, controlSymbol("ellipsis"));
-    } else {
-        // The image goes first, so that the widened separator never shows it off to the left.
-        showImage(*separatorItem_, std::nullopt);
-        separatorItem_->setLength(kHidingLength);
+    // Seen before the separator widens, while it is still on the bar.
+    const bool collapsing = !expanded && isExpanded_;
+    const auto neighbour = collapsing ? hiddenNeighbour() : std::nullopt;
+    if (collapsing && barKind_ == BarKind::hosted) {
+        // Counted while the bar still shows their expanded lengths.
+        placedExtras_ = placedExtraSeparators(currentHostedBar());
     }
+    // A check under way goes on through lengths applied again to the same state.
+    if (expanded != isExpanded_) {
+        ++collapses_;
+    }
+    isExpanded_ = expanded;
+    applySeparatorLengths();
     updateAppearance();
+    if (neighbour) {
+        checkCollapse(*neighbour);
+    }
 }
 
 void ControlItemManager::toggle() {
+    // The user's word outlasts what an application coming to the front opened.
+    autoRevealed_ = false;
     requestExpanded(!pendingExpanded_.value_or(isExpanded_));
 }
 
@@ -120,9 +152,42 @@ void ControlItemManager::requestExpanded(bool expanded) {
 void ControlItemManager::setAllRevealed(bool revealed) {
     setExpanded(revealed);
     isAllRevealed_ = revealed;
-    alwaysSeparatorItem_->setLength(revealed ? kVariableStatusItemLength : kHidingLength);
+    applyAlwaysSeparatorLength();
+}
+
+void ControlItemManager::applySeparatorLengths() {
+    if (isExpanded_) {
+        separatorItem_->setLength(barKind_ == BarKind::hosted ? kHostedSeparatorLength
+                                                              : kVariableStatusItemLength);
+        showImage(*separatorItem_, controlSymbol("ellipsis"));
+    } else {
+        // The image goes first, so that the widened separator never shows it off to the left.
+        showImage(*separatorItem_, std::nullopt);
+        separatorItem_->setLength(collapsedLength());
+    }
+    // The extra separators beside the separator share its push; the others, and all of them
+    // while expanded, are thin lines the user can find and drag.
+    for (std::size_t i = 0; i < extraSeparators_.size(); ++i) {
+        StatusItem& extra = *extraSeparators_[i];
+        const bool pushing = !isExpanded_ && placedExtras_.contains(i);
+        showImage(extra, pushing ? std::nullopt : std::optional(controlSymbol("poweron")));
+        extra.setLength(pushing ? collapsedLength() : extraSeparatorLength(i));
+    }
+}
+
+// The always-hidden zone cannot be hidden on the hosted bar: the longest length it accepts
+// pushes the section a fraction of the way, and only the system's own switch keeps an
+// application's item out of the bar there. Its border takes no room there, which also tells it
+// apart from the toggle.
+void ControlItemManager::applyAlwaysSeparatorLength() {
+    if (barKind_ == BarKind::hosted) {
+        showImage(*alwaysSeparatorItem_, std::nullopt);
+        alwaysSeparatorItem_->setLength(0.0);
+        return;
+    }
+    alwaysSeparatorItem_->setLength(isAllRevealed_ ? kVariableStatusItemLength : kHidingLength);
     showImage(*alwaysSeparatorItem_,
-              revealed ? std::optional(controlSymbol("minus")) : std::nullopt);
+              isAllRevealed_ ? std::optional(controlSymbol("minus")) : std::nullopt);
 }
 
 void ControlItemManager::enqueueLayout(LayoutJob job) {

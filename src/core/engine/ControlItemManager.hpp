@@ -4,14 +4,18 @@
 #include "core/engine/PostEventAccessWatch.hpp"
 #include "core/engine/ToggleClickWatch.hpp"
 #include "core/menubar/AXResolver.hpp"
+#include "core/menubar/BarKind.hpp"
 #include "core/menubar/ItemEnumerator.hpp"
 #include "core/menubar/MenuBarItem.hpp"
+#include "core/ports/MenuBarHostReader.hpp"
 #include "core/ports/StatusBarHost.hpp"
+#include "core/ports/Workspace.hpp"
 #include "core/prefs/MenuBarSection.hpp"
 #include "core/support/Task.hpp"
 
 #include <chrono>
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <map>
 #include <memory>
@@ -30,6 +34,7 @@ class DisplayGeometry;
 class InputInjector;
 class LaunchAtLogin;
 class LogSink;
+class Notices;
 class PointerMonitor;
 class Scheduler;
 class VisibleItemEnforcer;
@@ -55,13 +60,19 @@ public:
         // Also watched for the moment a missing Accessibility grant may have been given.
         Workspace& workspace;
         const AccessibilityReader& accessibility;
+        // Where the items are on the hosted menu bar of macOS 27.
+        const MenuBarHostReader& menuBarHost;
         InputInjector& input;
         LaunchAtLogin& launchAtLogin;
         const AppPreferences& preferences;
         // Seeded at the end of every full arrangement, so that what is there now is not new.
         VisibleItemEnforcer& enforcer;
         LogSink& log;
+        // What Quillet could not do, told to the user once per run.
+        Notices& notices;
         Pid ownPID = 0;
+        // The major version of the running macOS, one clue to the kind of menu bar.
+        int osMajorVersion = 0;
         // The settings window and keyboard navigation, supplied by the application's wiring.
         std::function<void()> openSettings;
         std::function<void()> startKeyboardNav;
@@ -89,6 +100,11 @@ public:
     static constexpr std::string_view kToggleName = "quillet.toggle";
     // Far wider than any display: everything left of a separator this long is off-screen.
     static constexpr double kHidingLength = 10000.0;
+    // On the hosted bar, which names none of our items, lengths that no other item of ours has
+    // tell the separator and the extra separators apart while the bar is expanded.
+    static constexpr double kHostedSeparatorLength = 26.0;
+    // The extra separators' lengths count up from here, one point apart, below any other of ours.
+    static constexpr double kFirstExtraSeparatorLength = 8.0;
 
     // The application's wiring publishes the manager it owns to the services, from where other
     // subsystems reach it weakly.
@@ -96,6 +112,11 @@ public:
 
     ControlItemManager(const ControlItemManager&) = delete;
     ControlItemManager& operator=(const ControlItemManager&) = delete;
+    ~ControlItemManager();
+
+    // The menu bar as last observed: at launch, at every full arrangement and whenever the
+    // displays change (ControlItemManager+Hosted.cpp).
+    BarKind barKind() const { return barKind_; }
 
     // Expand and collapse (ControlItemManager.cpp).
     bool isExpanded() const { return isExpanded_; }
@@ -197,6 +218,7 @@ private:
 
     explicit ControlItemManager(Dependencies dependencies);
     void configureItems();
+    void observeDisplays();
     void configureSeparator();
     void updateAppearance();
     void assertMainThread() const;
@@ -245,6 +267,68 @@ private:
     // Runs the arrangement last asked for again, once moves have become possible.
     void rearrangeAfterGrant();
 
+    // Checking every collapse (ControlItemManager+Collapse.cpp): the item next to the separator
+    // must have left the bar.
+    struct HiddenNeighbour {
+        std::string label;
+        // On a bar of windows, its window, seen before the separator widened; 0 on the hosted
+        // bar, where it is looked for afterwards.
+        WindowID window = 0;
+        // The display whose bar it was on.
+        Rect display;
+    };
+    // What a look after a collapse found still in view, in words, and where.
+    struct StillShown {
+        std::string what;
+        Rect frame;
+        // Whether it was left where it stood for want of length, which more separators can give.
+        bool shortOfLength = false;
+        friend bool operator==(const StillShown&, const StillShown&) = default;
+    };
+    std::optional<HiddenNeighbour> hiddenNeighbour() const;
+    static bool isOnBar(const Rect& frame, const Rect& display);
+    std::optional<StillShown> stillShown(const HiddenNeighbour& neighbour) const;
+    void checkCollapse(const HiddenNeighbour& neighbour);
+    static Task<> checkCollapseLater(Scheduler& scheduler, std::weak_ptr<ControlItemManager> self,
+                                     std::uint64_t collapse, HiddenNeighbour neighbour,
+                                     StillShown seen);
+    void collapseFailed(const StillShown& shown);
+    // The lengths of the separators for the state the bar is in, and of the always-separator.
+    void applySeparatorLengths();
+    void applyAlwaysSeparatorLength();
+
+    // The hosted menu bar (ControlItemManager+Hosted.cpp).
+    BarKind observeBarKind() const;
+    void updateBarKind();
+    // One display's part of the hosted bar (the main display's unless told), left to right,
+    // without what is in the overflow.
+    std::vector<HostedItem> hostedBar(std::size_t displayIndex = 0) const;
+    // The same, or nothing when the host cannot be read.
+    std::optional<std::vector<HostedItem>> readHostedBar(std::size_t displayIndex) const;
+    std::vector<HostedItem> currentHostedBar() const;
+    // Where our separator is on the hosted bar, and how many extra separators stand right beside
+    // it, where they push with it.
+    std::optional<std::size_t> hostedSeparatorIndex(const std::vector<HostedItem>& bar) const;
+    std::set<std::size_t> placedExtraSeparators(const std::vector<HostedItem>& bar) const;
+    bool adoptPlacedExtras();
+    // The extra separator of this expanded length, if any.
+    std::optional<std::size_t> extraSeparatorWithLength(double width) const;
+    static double extraSeparatorLength(std::size_t index);
+    double collapsedLength() const;
+    // Adds the separators the displays need; true when any was added.
+    bool addExtraSeparators();
+    // After a collapse on the hosted bar: the item next to the separator, if still in view.
+    std::optional<StillShown> hostedStillShown() const;
+    bool hostedCollapseKeepsToggle(const std::vector<HostedItem>& bar) const;
+    std::string nameOf(const HostedItem& item) const;
+    std::string applicationName(const std::string& key) const;
+    // Tells the user what the rules need of them on this bar.
+    void reviewHostedRules(const std::vector<HostedItem>& bar);
+    Task<std::vector<HostedItem>> settledHostedBar();
+    Task<> hostedReviewJob();
+    void hostedEnforce(const std::optional<std::string>& ruleKey, MenuBarSection section);
+    Task<> hostedArrangement(bool nothingToHide);
+
     Dependencies deps_;
     ItemEnumerator enumerator_;
     AXResolver accessibilityFrames_;
@@ -267,6 +351,18 @@ private:
     // Repairs tried again later, in a row, since the last time every item was in its zone.
     int repairRetries_ = 0;
     TaskHandle retryTask_;
+    // Counts every change of the hidden zone's state, so that a check finds whether the collapse
+    // it looks at still stands.
+    std::uint64_t collapses_ = 0;
+    TaskHandle collapseCheck_;
+    BarKind barKind_ = BarKind::perItemWindows;
+    // More separators for the hosted bar, made when one could not push the hidden section off it.
+    std::vector<std::shared_ptr<StatusItem>> extraSeparators_;
+    // How many of them stood beside the separator when the bar last collapsed.
+    std::set<std::size_t> placedExtras_;
+    // Whether an Auto application in front opened the bar, which closes again when it leaves.
+    bool autoRevealed_ = false;
+    std::optional<Workspace::ObserverToken> displayObserver_;
 };
 
 } // namespace quillet

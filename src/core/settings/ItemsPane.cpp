@@ -1,5 +1,6 @@
 #include "core/settings/ItemsPane.hpp"
 
+#include "core/engine/ControlItemManager.hpp"
 #include "core/menubar/ItemEnumerator.hpp"
 #include "core/menubar/ItemImageCapture.hpp"
 #include "core/ports/AccessibilityReader.hpp"
@@ -19,6 +20,28 @@ constexpr std::string_view kSubtitle =
 constexpr std::string_view kLockedMessage =
     "Grant Accessibility or Screen Recording to label each icon. Hide and show still work.";
 constexpr std::string_view kApplePrefix = "com.apple.";
+
+// What each rule does on the hosted menu bar of macOS 27, where Quillet cannot move items.
+SettingsCard hostedRulesCard() {
+    SettingsCard card{"On this Mac", "Quillet can’t move menu bar items on this macOS.", {}};
+    appendRow(card, SettingsRow{"eye", Tint::accent, "Show", "Stays in the menu bar.", {}});
+    appendRow(card, SettingsRow{"eye.slash",
+                                Tint::accent,
+                                "Hide",
+                                "Hidden while collapsed once you ⌘-drag it left of ••• yourself.",
+                                {}});
+    appendRow(card, SettingsRow{"nosign",
+                                Tint::accent,
+                                "Always",
+                                "Only macOS can: turn off “Allow in the Menu Bar” for its app.",
+                                {}});
+    appendRow(card, SettingsRow{"sparkles",
+                                Tint::accent,
+                                "Auto",
+                                "Like Hide, and the hidden items show while its app is in front.",
+                                {}});
+    return card;
+}
 
 bool isSystem(const MenuBarItem& item) {
     return item.systemInfo || (item.bundleID && item.bundleID->starts_with(kApplePrefix));
@@ -158,8 +181,17 @@ SettingsCard ItemsPane::card(std::string title, std::optional<std::string> foote
     return card;
 }
 
+bool ItemsPane::isHostedBar() const {
+    const auto manager =
+        context_.menuBar.controlItemManager ? context_.menuBar.controlItemManager() : nullptr;
+    return manager && manager->barKind() == BarKind::hosted;
+}
+
 SettingsPage ItemsPane::page() const {
     SettingsPage page{"Menu Bar Items", std::string(kSubtitle), {searchBar()}};
+    if (isHostedBar()) {
+        page.content.emplace_back(hostedRulesCard());
+    }
     if (items_.empty()) {
         if (rawCount_ >= 1 && !canIdentify_) {
             page.content.emplace_back(

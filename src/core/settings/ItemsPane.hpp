@@ -60,6 +60,8 @@ private:
     using Anchor = WeakAnchor<ItemsPane>;
 
     SettingsSearchBar searchBar() const;
+    // Whether the system hosts the menu bar (macOS 27), where the rules mean less.
+    bool isHostedBar() const;
     SettingsCard card(std::string title, std::optional<std::string> footer,
                       const std::vector<MenuBarItem>& items) const;
     // Rows that came on screen have their system item captured off the main thread; rows that
