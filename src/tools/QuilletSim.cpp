@@ -2,6 +2,7 @@
 // its modes and options.
 #include "core/app/CommandLine.hpp"
 #include "core/app/MenuBarDebug.hpp"
+#include "core/menubar/BarKind.hpp"
 #include "core/menubar/ItemEnumerator.hpp"
 #include "core/support/Text.hpp"
 #include "sim/BoundedFile.hpp"
@@ -97,8 +98,10 @@ std::optional<std::string> readFile(const std::string& file) {
 }
 
 int playScenario(const std::vector<std::string>& arguments) {
-    std::string text(sim::Scenario::builtIn());
     const auto file = value(arguments, "--scenario");
+    const auto major = sim::SimulatorCommandLine::macOS(arguments);
+    std::string text(major && *major >= kFirstHostedMacOS ? sim::Scenario::builtInHosted()
+                                                          : std::string(sim::Scenario::builtIn()));
     if (file) {
         auto contents = readFile(*file);
         if (!contents) {
@@ -110,7 +113,7 @@ int playScenario(const std::vector<std::string>& arguments) {
     if (!parsed.value) {
         return fail(file ? *file + ": " + parsed.error : parsed.error);
     }
-    if (auto major = sim::SimulatorCommandLine::macOS(arguments)) {
+    if (major) {
         parsed.value->macOS = *major;
     }
     sim::StandardErrorLog log;

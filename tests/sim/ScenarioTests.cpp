@@ -38,6 +38,8 @@ TEST(Scenario, RejectsMalformedScenariosWithOneLine) {
         {R"({"steps": [{"do": "pressKey", "key": "\"\u0001"}]})", R"(no key "\"\u0001")"},
         {R"({"permissions": {"cam\r": 1}})", R"(permission "cam\u000d" must be)"},
         {R"({"permissions": {"camera": false}})", "there is no permission \"camera\""},
+        {R"({"steps": [{"do": "userDrags", "item": "Dropbox", "leftOf": "toggle", "rightOf": "x"}]})",
+         "step 1: give one of \"leftOf\" and \"rightOf\""},
         {R"({"permissions": {"accessibility": 0}})", "must be true or false"},
         {R"({"steps": [{"do": "setPermission", "permission": "camera", "granted": true}]})",
          "step 1: \"permission\" must be \"accessibility\" or \"screenRecording\""},

@@ -83,6 +83,7 @@ const std::map<std::string, Scenario::Action>& actions() {
         {"quitApp", Scenario::Action::quitApp},
         {"keyboardNav", Scenario::Action::keyboardNav},
         {"pressKey", Scenario::Action::pressKey},
+        {"userDrags", Scenario::Action::userDrags},
     };
     return names;
 }
@@ -133,6 +134,14 @@ Scenario::Step parseStep(const json& entry, const std::string& where) {
         if (!NavigationSteps::keyCode(step.argument)) {
             throw Malformed{where + ": there is no key " + quotedForMessage(step.argument)};
         }
+        break;
+    case Scenario::Action::userDrags:
+        step.argument = text(entry, "item", where);
+        if (entry.contains("leftOf") == entry.contains("rightOf")) {
+            throw Malformed{where + ": give one of \"leftOf\" and \"rightOf\""};
+        }
+        step.leftOfAnchor = entry.contains("leftOf");
+        step.anchor = text(entry, step.leftOfAnchor ? "leftOf" : "rightOf", where);
         break;
     default:
         break;
@@ -255,6 +264,32 @@ std::string_view Scenario::builtIn() {
     {"do": "switchProfile", "name": "Focus", "title": "switch to the Focus profile"}
   ]
 })json";
+}
+
+std::string Scenario::builtInHosted() {
+    json scenario = json::parse(builtIn());
+    scenario["macOS"] = 27;
+    scenario["steps"] = json::parse(R"json([
+    {"do": "launch", "title": "launch: Quillet asks for the drags it cannot make"},
+    {"do": "userDrags", "item": "toggle", "rightOf": "separator",
+     "title": "the user drags the toggle right of the separator"},
+    {"do": "userDrags", "item": "Dropbox", "leftOf": "separator", "title": "… Dropbox left of it"},
+    {"do": "userDrags", "item": "Docker", "leftOf": "separator", "title": "… Docker"},
+    {"do": "userDrags", "item": "Spotify", "leftOf": "separator", "title": "… Spotify"},
+    {"do": "userDrags", "item": "Weather", "leftOf": "separator", "title": "… and Weather"},
+    {"do": "pressHotKey", "title": "hot key: hide"},
+    {"do": "wait", "ms": 2000, "title": "2 s later: one separator could not push far enough"},
+    {"do": "userDrags", "item": "separator.2", "rightOf": "separator",
+     "title": "the user drags the new separator beside the first"},
+    {"do": "userDrags", "item": "separator.3", "rightOf": "separator", "title": "… and the other"},
+    {"do": "pressHotKey", "title": "hot key: hide, into the overflow"},
+    {"do": "wait", "ms": 2000, "title": "2 s later: still hidden"},
+    {"do": "pressHotKey", "title": "hot key: reveal"},
+    {"do": "pressHotKey", "title": "hot key: hide again"},
+    {"do": "activate", "app": "com.example.weather", "title": "Weather (Auto) comes to the front"},
+    {"do": "activate", "app": "com.apple.finder", "title": "Finder comes to the front"}
+  ])json");
+    return scenario.dump();
 }
 
 } // namespace quillet::sim

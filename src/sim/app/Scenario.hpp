@@ -28,8 +28,11 @@ namespace quillet::sim {
 //              {"do": "pointerAway"}, {"do": "wait", "ms": 600}, {"do": "clickToggle"},
 //              {"do": "activate", "app": "<bundle id>"}, {"do": "switchProfile", "name": "Work"},
 //              {"do": "launchApp", "app": {…as in apps…}}, {"do": "quitApp", "app": "<bundle
-//              id>"}, {"do": "keyboardNav"}, {"do": "pressKey", "key": "right"}]}
-//   (keys: "left", "right", "up", "down", "return", "enter", "escape")
+//              id>"}, {"do": "keyboardNav"}, {"do": "pressKey", "key": "right"},
+//              {"do": "userDrags", "item": "Dropbox", "leftOf": "separator"}]}
+//   (keys: "left", "right", "up", "down", "return", "enter", "escape"; the user's own
+//   Command-drag names items as the bar shows them, ours as "toggle", "separator" and
+//   "alwaysSeparator", and takes "leftOf" or "rightOf")
 //   and the settings window's steps, documented in sim/settings/SettingsSteps.hpp
 //   ({"do": "openSettings"}, {"do": "flip", "row": "Reveal on hover"}, …).
 //
@@ -57,12 +60,16 @@ struct Scenario {
         quitApp,
         keyboardNav,
         pressKey,
+        userDrags,
         settings
     };
     struct Step {
         Action action = Action::launch;
         std::string title;
-        std::string argument; // the app, the profile or the key
+        std::string argument; // the app, the profile, the key or the item dragged
+        // The user's drag: the item it ends beside, and on which side.
+        std::string anchor;
+        bool leftOfAnchor = true;
         std::int64_t milliseconds = 0;
         std::optional<App> app;
         nlohmann::json settings; // a settings step as written
@@ -82,6 +89,10 @@ struct Scenario {
     // and rules of every section, through launch, hot key, hover, an Auto app, a newly launched
     // app and a profile switch.
     static std::string_view builtIn();
+    // The same bar and rules on the hosted bar of macOS 27, where Quillet can move nothing: the
+    // user makes the Command-drags Quillet asks for, then hides, reveals and brings the Auto
+    // app to the front.
+    static std::string builtInHosted();
 };
 
 using ScenarioResult = ParseResult<Scenario>;

@@ -55,6 +55,35 @@ std::string timestamp(Duration now) {
     return text;
 }
 
+// The window of the item the bar shows as `name`; ours by the names of their autosave names.
+std::optional<WindowID> itemNamed(const SimulatedMac& mac, const std::string& name) {
+    if (auto own = mac.ownStatusItem("quillet." + name)) {
+        return own->window();
+    }
+    for (const MenuBarModel::Item* item : mac.menuBar().itemsByWindow()) {
+        if (item->kind != MenuBarModel::Kind::own &&
+            (item->kind == MenuBarModel::Kind::system ? item->title : item->appName) == name) {
+            return item->window;
+        }
+    }
+    return std::nullopt;
+}
+
+// The user's own Command-drag, which the bar takes on either kind of bar: the item is released
+// just inside the anchor's edge on the chosen side. A failure is said in one line.
+std::optional<std::string> userDrags(SimulatedMac& mac, const Scenario::Step& step) {
+    const auto item = itemNamed(mac, step.argument);
+    const auto anchor = itemNamed(mac, step.anchor);
+    const auto frame = anchor ? mac.shownItemFrame(*anchor) : std::nullopt;
+    if (!item || !frame) {
+        return "the bar shows no " + (item ? step.anchor : step.argument) + " to drag by";
+    }
+    if (!mac.userCommandDrags(*item, step.leftOfAnchor ? frame->minX() + 1 : frame->maxX() - 1)) {
+        return "the bar shows no " + step.argument + " to drag";
+    }
+    return std::nullopt;
+}
+
 } // namespace
 
 ScenarioPlayer::ScenarioPlayer(Scenario scenario, KeyValueStore* settings, DropModel dropModel)
@@ -137,6 +166,9 @@ ScenarioPlayer::Outcome ScenarioPlayer::play(const Printer& print) {
         case Scenario::Action::settings:
             failure = SettingsSteps::perform(world, step.settings);
             break;
+        case Scenario::Action::userDrags:
+            failure = userDrags(world.mac, step);
+            break;
         }
         if (settle) {
             world.scheduler.runUntilIdle();
@@ -148,6 +180,9 @@ ScenarioPlayer::Outcome ScenarioPlayer::play(const Printer& print) {
         print("    " + world.mac.renderMenuBar());
         for (const std::string& line : NavigationSteps::describe(world, opened)) {
             print("    " + line);
+        }
+        if (failure && step.action == Scenario::Action::userDrags) {
+            print("    " + *failure);
         }
         if (step.action == Scenario::Action::settings) {
             for (const std::string& line :

@@ -37,8 +37,12 @@ MenuBarSection ZoneCheck::zoneFor(const MenuBarModel::Item& item, const SectionR
 
 bool ZoneCheck::isIdentifiable(const MenuBarModel& bar, const MenuBarModel::Item& item,
                                bool titlesListed) {
-    // The hosted bar's tree names every item's owner, and Apple's items by identifier.
-    if (titlesListed || bar.isHosted()) {
+    // The hosted bar's tree names every item's owner, but Apple's items only by identifiers
+    // that no rule written by window name matches.
+    if (bar.isHosted()) {
+        return item.kind == MenuBarModel::Kind::application;
+    }
+    if (titlesListed) {
         return true;
     }
     if (item.kind != MenuBarModel::Kind::application) {
@@ -61,14 +65,18 @@ std::vector<std::string> ZoneCheck::problems(const MenuBarModel& bar, const Sect
         }
         return std::nullopt;
     };
-    const auto alwaysSeparator = positionOf("quillet.alwaysSeparator");
+    // On the hosted bar nothing but the system's own switch keeps an item always hidden: the
+    // always-hidden border takes no room there, and Always rules are the user's to carry out.
+    const bool hosted = bar.isHosted();
     const auto separator = positionOf("quillet.separator");
     const auto toggle = positionOf("quillet.toggle");
+    const auto alwaysSeparator =
+        hosted ? std::optional<std::size_t>(0) : positionOf("quillet.alwaysSeparator");
     if (!alwaysSeparator || !separator || !toggle) {
         return {"the control items are not all in the menu bar"};
     }
     std::vector<std::string> problems;
-    if (!(*alwaysSeparator < *separator && *separator < *toggle)) {
+    if (!(*alwaysSeparator <= *separator && *separator < *toggle)) {
         problems.push_back("the control items are out of order");
     }
     for (std::size_t i = 0; i < order.size(); ++i) {
@@ -82,7 +90,7 @@ std::vector<std::string> ZoneCheck::problems(const MenuBarModel& bar, const Sect
         const MenuBarSection wanted = isIdentifiable(bar, item, titlesListed)
                                           ? zoneFor(item, rules, frontmost)
                                           : MenuBarSection::visible;
-        if (zone != wanted) {
+        if (zone != wanted && !(hosted && wanted == MenuBarSection::alwaysHidden)) {
             problems.push_back(name(item) + " is " + std::string(rawValue(zone)) +
                                ", its rule says " + std::string(rawValue(wanted)));
         }
