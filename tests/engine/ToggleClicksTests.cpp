@@ -13,23 +13,32 @@ using Reports = sim::SimulatedPointer::ButtonReports;
 
 // However the toggle's button reports clicks, each click the user makes takes effect once: a
 // plain or Option-click shows or hides, a right or Control-click opens the menu, a
-// Command-click (the user moving the toggle) does neither.
+// Command-click (the user moving the toggle) does neither. On the hosted bar, where our own
+// frames are one placeholder, the clicks are found on the toggle where the bar shows it.
 TEST(ToggleClicks, EveryClickTakesEffectOnceHoweverTheButtonReportsIt) {
-    const std::tuple<Reports, Duration, bool> ways[] = {
-        {Reports::everyClick, 0ms, false},        {Reports::everyClick, 0ms, true},
-        {Reports::leftClicksPlain, 0ms, false},   {Reports::leftClicksPlain, 50ms, false},
-        {Reports::leftClicksPlain, 300ms, false},
+    const std::tuple<Reports, Duration, bool, int> ways[] = {
+        {Reports::everyClick, 0ms, false, 26},        {Reports::everyClick, 0ms, true, 26},
+        {Reports::leftClicksPlain, 0ms, false, 26},   {Reports::leftClicksPlain, 50ms, false, 27},
+        {Reports::leftClicksPlain, 300ms, false, 27},
     };
-    for (const auto& [reports, delay, monitorsRefused] : ways) {
+    for (const auto& [reports, delay, monitorsRefused, macOS] : ways) {
         SCOPED_TRACE(testing::Message()
                      << "reports " << static_cast<int>(reports) << " after " << delay.count()
-                     << " ns, monitors refused " << monitorsRefused);
+                     << " ns, monitors refused " << monitorsRefused << ", macOS " << macOS);
         sim::SimulatedQuillet quillet;
         auto& world = quillet.world;
+        world.runMacOS(macOS);
         world.pointer.refuseMonitors(monitorsRefused);
         world.pointer.setButtonReports(reports, delay);
         quillet.delegate.applicationDidFinishLaunching();
         world.scheduler.runUntilIdle();
+        if (macOS >= 27) {
+            // As Quillet asks on that bar, the user puts the toggle right of the separator.
+            const auto separator = world.mac.ownStatusItem("quillet.separator")->window();
+            world.mac.userCommandDrags(world.mac.ownStatusItem("quillet.toggle")->window(),
+                                       world.mac.shownItemFrame(separator)->maxX() - 1);
+            world.scheduler.runUntilIdle();
+        }
         auto& manager = *quillet.delegate.controlManager;
         auto toggle = world.mac.ownStatusItem("quillet.toggle");
         auto click = [&](MouseEventType down, std::uint64_t flags) {

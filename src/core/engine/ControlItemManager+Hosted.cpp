@@ -12,6 +12,8 @@
 #include "core/engine/RuleKey.hpp"
 #include "core/engine/VisibleItemEnforcer.hpp"
 #include "core/menubar/IdentityResolver.hpp"
+#include "core/menubar/ScreenCoordinates.hpp"
+#include "core/ports/DisplayGeometry.hpp"
 #include "core/ports/LogSink.hpp"
 #include "core/prefs/AppPreferences.hpp"
 
@@ -231,12 +233,34 @@ bool ControlItemManager::hostedCollapseKeepsToggle(const std::vector<HostedItem>
         return true;
     }
     return std::any_of(bar.begin() + static_cast<std::ptrdiff_t>(*separator) + 1, bar.end(),
-                       [&](const HostedItem& item) {
-                           return item.owner == deps_.ownPID && item.frame->width() > 0 &&
-                                  !extraSeparatorWithLength(item.frame->width()) &&
-                                  std::abs(item.frame->width() - collapsedLength()) >
-                                      kWidthTolerance;
-                       });
+                       [&](const HostedItem& item) { return mayBeHostedToggle(item); });
+}
+
+bool ControlItemManager::mayBeHostedToggle(const HostedItem& item) const {
+    return item.owner == deps_.ownPID && item.frame && item.frame->width() > 0 &&
+           !extraSeparatorWithLength(item.frame->width()) &&
+           std::abs(item.frame->width() - collapsedLength()) > kWidthTolerance;
+}
+
+// On the hosted bar our toggle's own frame is a placeholder, so the host's tree is asked; only
+// for clicks in a menu bar, since every click anywhere reaches the monitors.
+bool ControlItemManager::isOnToggle(Point appKit) const {
+    if (barKind_ != BarKind::hosted) {
+        const auto frame = toggleItem_->windowFrame();
+        return frame && frame->contains(appKit);
+    }
+    const auto point = windowServerPoint(deps_.displays, appKit);
+    const double thickness = deps_.displays.statusBarThickness();
+    const auto displays = enumerator_.activeDisplayBounds();
+    if (!point || std::none_of(displays.begin(), displays.end(), [&](const Rect& display) {
+            return display.contains(*point) && point->y < display.minY() + thickness;
+        })) {
+        return false;
+    }
+    const auto items = deps_.menuBarHost.hostedItems(AXResolver::kMessagingTimeout);
+    return items && std::any_of(items->begin(), items->end(), [&](const HostedItem& item) {
+               return mayBeHostedToggle(item) && item.frame->contains(*point);
+           });
 }
 
 std::string ControlItemManager::nameOf(const HostedItem& item) const {

@@ -52,7 +52,7 @@ void ControlItemManager::watchToggleClicks(PointerMonitor& pointer) {
     toggleClicks_ = std::make_unique<ToggleClickWatch>(ToggleClickWatch::Dependencies{
         .pointer = pointer,
         .scheduler = deps_.scheduler,
-        .toggleFrame = [this] { return toggleItem_->windowFrame(); },
+        .isOnToggle = [this](Point appKit) { return isOnToggle(appKit); },
         .movingItems = [this] { return isMovingItems(); },
         .deliver = [this](std::optional<ButtonEvent> event) { toggleButtonClicked(event); }});
 }

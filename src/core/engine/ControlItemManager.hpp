@@ -320,6 +320,11 @@ private:
     // After a collapse on the hosted bar: the item next to the separator, if still in view.
     std::optional<StillShown> hostedStillShown() const;
     bool hostedCollapseKeepsToggle(const std::vector<HostedItem>& bar) const;
+    // Whether a hosted item of ours is the toggle as far as the bar tells: one that takes room
+    // and has none of the separators' lengths.
+    bool mayBeHostedToggle(const HostedItem& item) const;
+    // Whether a click at `appKit` (AppKit coordinates) is on the toggle.
+    bool isOnToggle(Point appKit) const;
     std::string nameOf(const HostedItem& item) const;
     std::string applicationName(const std::string& key) const;
     // Tells the user what the rules need of them on this bar.

@@ -41,9 +41,8 @@ ToggleClickWatch::~ToggleClickWatch() {
 // A click is a button going down and up again on the toggle. With Command held it is the user
 // moving the toggle, and while our own drags run it is one of them: neither is a click.
 void ToggleClickWatch::buttonChanged(const PointerMonitor::ButtonChange& change) {
-    const auto frame = deps_.toggleFrame();
-    const bool onToggle = frame && frame->contains(change.location) &&
-                          !(change.modifierFlags & EventFlags::command) && !deps_.movingItems();
+    const bool onToggle = !(change.modifierFlags & EventFlags::command) && !deps_.movingItems() &&
+                          deps_.isOnToggle(change.location);
     if (isDown(change.type)) {
         pressed_ = onToggle ? std::optional(change) : std::nullopt;
         return;

@@ -24,8 +24,8 @@ public:
     struct Dependencies {
         PointerMonitor& pointer;
         Scheduler& scheduler;
-        // Where the toggle is now, in AppKit coordinates; none when it cannot be told.
-        std::function<std::optional<Rect>()> toggleFrame;
+        // Whether a place (AppKit coordinates) is on the toggle.
+        std::function<bool(Point)> isOnToggle;
         // True while our own synthetic drags run: the buttons going down and up are ours.
         std::function<bool()> movingItems;
         // Receives each click once.

@@ -69,8 +69,9 @@ void SimulatedPointer::deliverButton(bool global, const ButtonChange& change) {
 
 void SimulatedPointer::clickOwnItem(const std::shared_ptr<SimStatusItem>& item, MouseEventType down,
                                     std::uint64_t flags) {
-    const auto frame = item->windowFrame();
-    const Point middle = frame ? frame->center() : Point{};
+    // Where the item shows, not where AppKit says it is: on the hosted bar that is a placeholder.
+    const auto shown = mac_.shownItemFrame(item->window());
+    const Point middle = shown ? mac_.menuBar().mainDisplayFrameInAppKit(*shown).center() : Point{};
     mac_.setPointerLocation(middle);
     const auto downType = static_cast<std::uint32_t>(down);
     const ButtonEvent release{downType + 1, flags};
