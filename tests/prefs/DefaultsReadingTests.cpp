@@ -6,6 +6,7 @@
 
 #include <cmath>
 #include <limits>
+#include <string>
 
 namespace quillet {
 namespace {
@@ -26,6 +27,11 @@ TEST(DefaultsReading, BooleanReadCoercesNumbersAndStringsLikeTheUserDefaults) {
     EXPECT_FALSE(boolean(StoredValue{0.0}));
     EXPECT_FALSE(boolean(storedData("YES")));
 
+    // Any of the six white-space characters may lead, as for strtol.
+    for (const std::string space : {" ", "\t", "\n", "\r", "\v", "\f"}) {
+        EXPECT_TRUE(boolean(storedText(space + "y"))) << int(space[0]);
+        EXPECT_EQ(integer(storedText(space + "-7")), -7) << int(space[0]);
+    }
     for (const char* yes : {"YES", "true", "t", "1", "  y", "-0001", "+9x", "Tomorrow"}) {
         EXPECT_TRUE(boolean(storedText(yes))) << yes;
     }
