@@ -81,17 +81,6 @@ TEST_F(HostedListing, ListsTheHostsTreeWithItsOverflowAndWithoutOurItems) {
     EXPECT_EQ(listing.at("items")[4].at("identifier"), "com.apple.menuextra.clock");
 }
 
-TEST_F(HostedListing, TheRawListingAndTheDumpShowOurItemsToo) {
-    const auto raw = run({"Quillet", "--list-items", "--raw"});
-    EXPECT_EQ(raw.at("count"), 7);
-    EXPECT_EQ(raw.at("items")[1].at("mine"), true);
-    EXPECT_EQ(raw.at("items")[1].at("w"), 680);
-    const auto dump = run({"Quillet", "--dump-raw"});
-    EXPECT_EQ(dump.at("source"), "accessibility");
-    EXPECT_EQ(dump.at("rawCount"), 7);
-    EXPECT_EQ(dump.at("ourItems").size(), 2u);
-}
-
 TEST_F(HostedListing, AnUnreadableTreeListsNothingAndSaysSo) {
     mac.setAccessibilityTrusted(false);
     const auto listing = run({"Quillet", "--list-items"});

@@ -81,21 +81,6 @@ TEST_F(HostedMenuBar, ALengthReachingHalfTheDisplayWithItsChromeDropsTheItemAndH
     EXPECT_EQ(slotOf(kOwnPID)->frame, makeRect(1280, 0, 10, 24));
 }
 
-TEST_F(HostedMenuBar, ItemsPushedPastTheStatusAreaGoToTheOverflowAndStayInTheTree) {
-    // Our separator right of Slack, then long: Slack no longer fits right of 600 points of menus.
-    mac.setAppMenusWidth(600);
-    ASSERT_TRUE(mac.userCommandDrags(
-        std::static_pointer_cast<sim::SimStatusItem>(separator)->window(), 1310));
-    separator->setLength(700);
-    EXPECT_EQ(mac.renderMenuBar(),
-              "«[Slack]» <Item-0 700> [Dropbox] [Battery] | [BentoBox] [Clock]");
-    EXPECT_EQ(slotOf(kSlack.pid)->frame, std::nullopt);
-    EXPECT_EQ(slotOf(kOwnPID)->frame, makeRect(620, 0, 700, 24));
-    EXPECT_EQ(mac.firstExtrasMenuBarChildFrame(kSlack.pid, 250ms), std::nullopt);
-    EXPECT_EQ(mac.shownItemFrame(slack), std::nullopt);
-    EXPECT_EQ(mac.shownItemFrame(dropbox), makeRect(1320, 0, 30, 24));
-}
-
 TEST_F(HostedMenuBar, FramesAreMissingAtFirstAndLagOneReadAfterAChange) {
     mac.setFramesLag(true);
     EXPECT_EQ(slotOf(kOwnPID)->frame, std::nullopt);
@@ -119,15 +104,6 @@ TEST_F(HostedMenuBar, SyntheticCommandDragsTakeThePointerAndMoveNothingButTheUse
 
     ASSERT_TRUE(mac.userCommandDrags(dropbox, 1316)); // on the right half of our separator
     EXPECT_EQ(mac.renderMenuBar(), "<Item-0> [Dropbox] [Slack] [Battery] | [BentoBox] [Clock]");
-}
-
-TEST_F(HostedMenuBar, TheWindowListShowsOneBarPerDisplayAndNoItems) {
-    mac.setDisplays({makeRect(0, 0, 1512, 982), makeRect(1512, 0, 3840, 2160)});
-    std::vector<std::int64_t> layers;
-    mac.visitWindowList([&](const WindowRecord& record) {
-        layers.push_back(std::get<std::int64_t>(record.value(WindowKey::layer).content));
-    });
-    EXPECT_EQ(layers, (std::vector<std::int64_t>{24, 24}));
 }
 
 TEST_F(HostedMenuBar, EachDisplayDropsByItsOwnWidthAndTellsOfDisplayChanges) {
