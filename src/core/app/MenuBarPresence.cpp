@@ -1,7 +1,9 @@
 #include "core/app/MenuBarPresence.hpp"
 
 #include "core/app/Notices.hpp"
+#include "core/menubar/AXResolver.hpp"
 #include "core/menubar/BarKind.hpp"
+#include "core/menubar/ScreenCoordinates.hpp"
 #include "core/ports/DisplayGeometry.hpp"
 #include "core/ports/MenuBarHostReader.hpp"
 #include "core/ports/Workspace.hpp"
@@ -19,29 +21,21 @@ void MenuBarPresence::checkAfterLaunch() {
     });
 }
 
-bool MenuBarPresence::isInAMenuBar(const Rect& frame, const std::vector<Screen>& screens,
-                                   double barThickness) {
-    return std::any_of(screens.begin(), screens.end(), [&](const Screen& screen) {
-        const Rect& bounds = screen.frame;
-        return frame.maxX() > bounds.minX() && frame.minX() < bounds.maxX() &&
-               frame.midY() > bounds.maxY() - barThickness && frame.midY() <= bounds.maxY();
-    });
-}
-
 // Our own windows' frames settle it on the bar with a window per item. On the hosted bar they
 // all give one placeholder frame, which proves nothing, and only the host's tree knows.
 std::optional<bool> MenuBarPresence::ownItemsPlaced() const {
     const auto screens = deps_.displays.screens();
     const double thickness = deps_.displays.statusBarThickness();
     for (const auto& frame : deps_.ownItemFrames()) {
-        if (frame && isInAMenuBar(*frame, screens, thickness)) {
+        // By its right end: a separator at its hiding length reaches off the screen's left edge.
+        if (frame && isInAMenuBar(screens, thickness, {frame->maxX() - 1, frame->midY()})) {
             return true;
         }
     }
     if (deps_.workspace.runningProcesses(std::string(kMenuBarHostBundleID)).empty()) {
         return false;
     }
-    const auto hosted = deps_.menuBarHost.hostedItems(kMessagingTimeout);
+    const auto hosted = deps_.menuBarHost.hostedItems(AXResolver::kMessagingTimeout);
     if (!hosted) {
         return std::nullopt;
     }

@@ -14,7 +14,6 @@ class DisplayGeometry;
 class MenuBarHostReader;
 class Notices;
 class Workspace;
-struct Screen;
 
 // Tells the user when macOS places none of Quillet's items in any menu bar, which is what
 // happens when Quillet is switched off under System Settings › Menu Bar: the items are made
@@ -35,7 +34,6 @@ public:
 
     // Long enough for the bar to have placed new items, frames lagging included.
     static constexpr Duration kPlacementTime = std::chrono::seconds(5);
-    static constexpr std::chrono::milliseconds kMessagingTimeout{250};
     // The page of System Settings with the switch.
     static constexpr const char* kMenuBarSettingsURL =
         "x-apple.systempreferences:com.apple.MenuBarSettings";
@@ -44,10 +42,6 @@ public:
 
     // Looks once, kPlacementTime from now.
     void checkAfterLaunch();
-
-    // Whether `frame` (AppKit coordinates) lies in the menu bar of one of `screens`.
-    static bool isInAMenuBar(const Rect& frame, const std::vector<Screen>& screens,
-                             double barThickness);
 
 private:
     // True or false when the bar says; nullopt when it cannot be told (the hosted bar unread).

@@ -34,7 +34,6 @@ public:
 
     // Logs and shows `notice` unless one with its key was posted before; true when shown.
     bool post(const Notice& notice);
-    bool wasPosted(const std::string& key) const { return posted_.contains(key); }
 
 private:
     AlertPresenter& alerts_;

@@ -249,12 +249,11 @@ bool ControlItemManager::isOnToggle(Point appKit) const {
         const auto frame = toggleItem_->windowFrame();
         return frame && frame->contains(appKit);
     }
+    if (!isInAMenuBar(deps_.displays.screens(), deps_.displays.statusBarThickness(), appKit)) {
+        return false;
+    }
     const auto point = windowServerPoint(deps_.displays, appKit);
-    const double thickness = deps_.displays.statusBarThickness();
-    const auto displays = enumerator_.activeDisplayBounds();
-    if (!point || std::none_of(displays.begin(), displays.end(), [&](const Rect& display) {
-            return display.contains(*point) && point->y < display.minY() + thickness;
-        })) {
+    if (!point) {
         return false;
     }
     const auto items = deps_.menuBarHost.hostedItems(AXResolver::kMessagingTimeout);

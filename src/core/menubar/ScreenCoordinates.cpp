@@ -32,4 +32,12 @@ std::optional<Rect> windowServerRect(const DisplayGeometry& displays, Rect appKi
     return topLeft ? std::optional(Rect{*topLeft, appKit.size}) : std::nullopt;
 }
 
+bool isInAMenuBar(const std::vector<Screen>& screens, double statusBarThickness, Point appKit) {
+    return std::any_of(screens.begin(), screens.end(), [&](const Screen& screen) {
+        const Rect& frame = screen.frame;
+        return appKit.x >= frame.minX() && appKit.x < frame.maxX() &&
+               appKit.y >= frame.maxY() - statusBarThickness && appKit.y <= frame.maxY();
+    });
+}
+
 } // namespace quillet

@@ -75,21 +75,17 @@ void SimulatedPointer::clickOwnItem(const std::shared_ptr<SimStatusItem>& item, 
     mac_.setPointerLocation(middle);
     const auto downType = static_cast<std::uint32_t>(down);
     const ButtonEvent release{downType + 1, flags};
-    if (flags & EventFlags::command) {
-        // The system takes a Command-click for the start of the user moving the item: the
-        // button is never told, the monitors of other applications see it.
-        deliverButton(true, {downType, flags, middle});
-        deliverButton(true, {release.type, flags, middle});
-        return;
-    }
-    if (reports_ == ButtonReports::everyClick) {
+    // The system takes a Command-click for the start of the user moving the item: the button is
+    // never told, the monitors of other applications see it.
+    const bool movingTheItem = (flags & EventFlags::command) != 0;
+    if (!movingTheItem && reports_ == ButtonReports::everyClick) {
         deliverButton(false, {downType, flags, middle});
         item->click(release);
         return;
     }
     deliverButton(true, {downType, flags, middle});
     deliverButton(true, {release.type, flags, middle});
-    if (down != MouseEventType::leftMouseDown) {
+    if (movingTheItem || down != MouseEventType::leftMouseDown) {
         return;
     }
     auto report = [target = std::weak_ptr(item)] {
