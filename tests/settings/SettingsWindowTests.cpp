@@ -75,14 +75,6 @@ TEST_F(SettingsWindow, CentresOnTheVisibleFrameOfTheScreenUnderThePointerOnEvery
     EXPECT_EQ(window().origin(), before);
 }
 
-TEST_F(SettingsWindow, TheMenuBarItemsPaneIsListedButHasOnlyItsHeadingYet) {
-    launch();
-    openFromMenu();
-    ASSERT_TRUE(window().selectPane("Menu Bar Items"));
-    settle();
-    EXPECT_THAT(shown(), HasSubstr("Menu Bar Items\nChoose what stays visible"));
-}
-
 // Launched with "--open-settings" and "--tab=…" arguments.
 class OpenedAtLaunch
     : public SettingsScene,
