@@ -74,19 +74,35 @@ else
         --key-id "$(credential QUILLET_NOTARY_KEY_ID)"
         --issuer "$(credential QUILLET_NOTARY_ISSUER)")
 fi
-if [ ${#missing[@]} -gt 0 ]; then
-    message="missing credentials: ${missing[*]} (see the top of $0)"
-    $dry_run || fail "$message"
-    echo "release.sh: dry run; $message" >&2
+problems=()
+[ ${#missing[@]} -eq 0 ] || problems+=("missing credentials: ${missing[*]} (see the top of $0)")
+# Values that would otherwise fail only after the build and an upload to the notary service, or
+# not at all: the notary service accepts only Developer ID signatures, and generate_appcast
+# resolves each DMG's name against the prefix as a URL, dropping its last part unless it ends in /.
+case "${QUILLET_SIGNING_IDENTITY:-}" in
+    "" | "Developer ID Application: "*) ;;
+    *) problems+=("QUILLET_SIGNING_IDENTITY is not a \"Developer ID Application: …\" identity") ;;
+esac
+case "${QUILLET_DOWNLOAD_URL_PREFIX:-}" in
+    "" | */) ;;
+    *) problems+=("QUILLET_DOWNLOAD_URL_PREFIX does not end in /") ;;
+esac
+if [ ${#problems[@]} -gt 0 ]; then
+    printf 'release.sh: %s\n' "${problems[@]}" >&2
+    $dry_run || exit 1
+    echo "release.sh: dry run; going on" >&2
 fi
 private_key="$(credential QUILLET_SPARKLE_PRIVATE_KEY_FILE)"
+identity="$(credential QUILLET_SIGNING_IDENTITY)"
 if ! $dry_run; then
     [ -f "$private_key" ] || fail "QUILLET_SPARKLE_PRIVATE_KEY_FILE: no file at $private_key"
-    for tool in cmake codesign ditto hdiutil xcrun plutil; do
+    for tool in cmake codesign ditto hdiutil xcrun plutil security shasum; do
         command -v "$tool" >/dev/null || fail "$tool is missing (this runs on a Mac with Xcode)"
     done
+    identities="$(security find-identity -v -p codesigning)"
+    [[ "$identities" == *"\"$identity\""* ]] ||
+        fail "no valid \"$identity\" in the keychains (security find-identity -v -p codesigning)"
 fi
-identity="$(credential QUILLET_SIGNING_IDENTITY)"
 
 version="$(sed -n 's/^project(Quillet VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)"
 [ -n "$version" ] || fail "no version in CMakeLists.txt's project()"
