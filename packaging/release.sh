@@ -1,7 +1,9 @@
 #!/usr/bin/env bash
-# Makes a Quillet release on a Mac: builds Quillet.app with Sparkle, signed with a Developer ID
-# (packaging/sign-app.sh), notarizes and staples it, puts it in a signed, notarized and stapled
-# DMG, and adds the DMG to the Sparkle appcast with Sparkle's generate_appcast.
+# Makes a Quillet release on a Mac: runs the tests, builds Quillet.app with Sparkle as a universal
+# app (Apple silicon and Intel: left alone, CMake builds for this Mac's architecture only), signed
+# with a Developer ID (packaging/sign-app.sh), notarizes and staples it, puts it in a signed,
+# notarized and stapled DMG, and adds the DMG to the Sparkle appcast with Sparkle's
+# generate_appcast.
 #
 #   packaging/release.sh [--dry-run]
 #
@@ -74,23 +76,42 @@ else
         --key-id "$(credential QUILLET_NOTARY_KEY_ID)"
         --issuer "$(credential QUILLET_NOTARY_ISSUER)")
 fi
-if [ ${#missing[@]} -gt 0 ]; then
-    message="missing credentials: ${missing[*]} (see the top of $0)"
-    $dry_run || fail "$message"
-    echo "release.sh: dry run; $message" >&2
+problems=()
+[ ${#missing[@]} -eq 0 ] || problems+=("missing credentials: ${missing[*]} (see the top of $0)")
+# Values that would otherwise fail only after the build and an upload to the notary service, or
+# not at all: the notary service accepts only Developer ID signatures, and generate_appcast
+# resolves each DMG's name against the prefix as a URL, dropping its last part unless it ends in /.
+case "${QUILLET_SIGNING_IDENTITY:-}" in
+    "" | "Developer ID Application: "*) ;;
+    *) problems+=("QUILLET_SIGNING_IDENTITY is not a \"Developer ID Application: …\" identity") ;;
+esac
+case "${QUILLET_DOWNLOAD_URL_PREFIX:-}" in
+    "" | */) ;;
+    *) problems+=("QUILLET_DOWNLOAD_URL_PREFIX does not end in /") ;;
+esac
+if [ ${#problems[@]} -gt 0 ]; then
+    printf 'release.sh: %s\n' "${problems[@]}" >&2
+    $dry_run || exit 1
+    echo "release.sh: dry run; going on" >&2
 fi
 private_key="$(credential QUILLET_SPARKLE_PRIVATE_KEY_FILE)"
+identity="$(credential QUILLET_SIGNING_IDENTITY)"
 if ! $dry_run; then
     [ -f "$private_key" ] || fail "QUILLET_SPARKLE_PRIVATE_KEY_FILE: no file at $private_key"
-    for tool in cmake codesign ditto hdiutil xcrun plutil; do
+    for tool in cmake codesign ditto hdiutil lipo xcrun plutil security shasum; do
         command -v "$tool" >/dev/null || fail "$tool is missing (this runs on a Mac with Xcode)"
     done
+    identities="$(security find-identity -v -p codesigning)"
+    [[ "$identities" == *"\"$identity\""* ]] ||
+        fail "no valid \"$identity\" in the keychains (security find-identity -v -p codesigning)"
 fi
-identity="$(credential QUILLET_SIGNING_IDENTITY)"
 
 version="$(sed -n 's/^project(Quillet VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)"
 [ -n "$version" ] || fail "no version in CMakeLists.txt's project()"
-build="build-release"
+# Fresh build trees of their own: a tree left from an earlier build would keep an app signed with
+# whatever identity it was built with, since only a relink signs again.
+tests="build-dist-tests"
+build="build-dist"
 app="$build/src/macos/Quillet.app"
 dist=dist
 dmg="$dist/Quillet-$version.dmg"
@@ -112,14 +133,25 @@ notarize() {
     fi
 }
 
-echo "== Quillet $version: build and sign"
-run cmake -S . -B "$build" -DCMAKE_BUILD_TYPE=Release -DQUILLET_SPARKLE=ON \
+echo "== Quillet $version: tests, on this Mac's architecture (Homebrew's test libraries have no other)"
+run rm -rf "$tests" "$build"
+run cmake -S . -B "$tests" -DCMAKE_BUILD_TYPE=Release -DQUILLET_BUILD_BENCH=OFF
+run cmake --build "$tests" --config Release
+run ctest --test-dir "$tests" --output-on-failure
+
+echo "== the universal app: build and sign"
+run cmake -S . -B "$build" -DCMAKE_BUILD_TYPE=Release "-DCMAKE_OSX_ARCHITECTURES=arm64;x86_64" \
+    -DQUILLET_BUILD_TESTS=OFF -DQUILLET_BUILD_BENCH=OFF -DQUILLET_SPARKLE=ON \
     "-DQUILLET_CODESIGN_IDENTITY=$identity" \
     "-DQUILLET_SPARKLE_FEED_URL=$(credential QUILLET_SPARKLE_FEED_URL)" \
     "-DQUILLET_SPARKLE_PUBLIC_KEY=$(credential QUILLET_SPARKLE_PUBLIC_KEY)"
-run cmake --build "$build" --config Release
-run ctest --test-dir "$build" --output-on-failure
-run rm -rf "$work"
+run cmake --build "$build" --config Release --target Quillet
+if $dry_run; then
+    run lipo -archs "$app/Contents/MacOS/Quillet"
+else
+    archs=" $(lipo -archs "$app/Contents/MacOS/Quillet") "
+    [[ "$archs" == *" arm64 "* && "$archs" == *" x86_64 "* ]] || fail "Quillet is not universal:$archs"
+fi
 run mkdir -p "$work/dmg" "$dist"
 
 echo "== notarize and staple the app"

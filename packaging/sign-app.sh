@@ -39,7 +39,8 @@ fi
 
 if [ -d "$sparkle" ]; then
     codesign "${options[@]}" "$sparkle/Versions/B/XPCServices/Installer.xpc"
-    # The downloader service keeps the sandbox entitlements Sparkle gave it.
+    # The downloader keeps whatever entitlements Sparkle signed it with: none that sandbox it by
+    # default since Sparkle 2.6, but a Sparkle built with a sandboxed downloader needs them kept.
     codesign "${options[@]}" --preserve-metadata=entitlements \
         "$sparkle/Versions/B/XPCServices/Downloader.xpc"
     codesign "${options[@]}" "$sparkle/Versions/B/Autoupdate"

@@ -1,6 +1,8 @@
 #!/usr/bin/env bash
 # The macOS CI job: build Quillet.app with warnings as errors, run the tests, check the bundle and
 # its signature, and smoke-run the app's --list-items mode, whose output must be the JSON listing.
+# With Sparkle, also build the universal app that packaging/release.sh ships, so that a warning
+# only the Intel slice raises fails here rather than during a release.
 #
 #   QUILLET_SPARKLE=ON|OFF .github/scripts/macos-ci.sh
 set -euo pipefail
@@ -50,3 +52,15 @@ listing = json.load(open(sys.argv[1]))
 assert isinstance(listing, dict) and listing["count"] == len(listing["items"]), listing
 print(f"valid JSON listing of {listing['count']} items")
 PY
+
+if [ "$sparkle" = ON ]; then
+    echo "== the universal app, as packaging/release.sh builds it"
+    cmake -S . -B build-universal -DCMAKE_BUILD_TYPE=Release -DQUILLET_WERROR=ON \
+        "-DCMAKE_OSX_ARCHITECTURES=arm64;x86_64" -DQUILLET_BUILD_TESTS=OFF -DQUILLET_BUILD_BENCH=OFF \
+        -DQUILLET_SPARKLE=ON
+    cmake --build build-universal -j "$(sysctl -n hw.ncpu)" --target Quillet
+    universal=build-universal/src/macos/Quillet.app
+    archs=" $(lipo -archs "$universal/Contents/MacOS/Quillet") "
+    [[ "$archs" == *" arm64 "* && "$archs" == *" x86_64 "* ]] || { echo "not universal:$archs" >&2; exit 1; }
+    codesign --verify --strict --deep --verbose=2 "$universal"
+fi
