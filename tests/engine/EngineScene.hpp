@@ -120,7 +120,8 @@ protected:
     VisibleItemEnforcer::Dependencies
     enforcerDependencies(const WindowListSource& windows,
                          VisibleItemEnforcer::ManagerLookup controlItemManager) {
-        return {scheduler, mac, windows, mac, preferences, kOwnPID, std::move(controlItemManager)};
+        return {scheduler, mac, windows, mac, preferences, kOwnPID, std::move(controlItemManager),
+                {}};
     }
 
     sim::VirtualScheduler scheduler;

@@ -106,6 +106,20 @@ TEST_F(KeyboardNavigation, WalksTheItemsLeftToRightAndOpensTheFocusedOneWithRetu
     expectLeftCleanly();
 }
 
+// Without the grant every item window of macOS 26 is Control Center's and untitled, ours too:
+// our separators and toggle are still left out, and Return opens what the panel counted.
+TEST_F(KeyboardNavigation, WithoutScreenRecordingOurOwnItemsAreStillLeftOut) {
+    mac().setScreenRecordingAllowed(false);
+    nav().enter();
+    scheduler().advance(Nav::kSetUpDelay);
+    EXPECT_EQ(nav().positionLabel(), "1 / 5");
+    press(Nav::kRightArrowKey);
+    press(Nav::kRightArrowKey);
+    press(Nav::kReturnKey);
+    EXPECT_THAT(mac().openedItems(), ElementsAre(docker));
+    expectLeftCleanly();
+}
+
 TEST_F(KeyboardNavigation, EscapeAndAnEarlyExitLeaveNothingBehind) {
     nav().enter();
     scheduler().advance(250ms);

@@ -4,6 +4,7 @@
 #include "core/app/MenuBarPresence.hpp"
 #include "core/app/Notices.hpp"
 #include "core/engine/ControlItemManager.hpp"
+#include "core/engine/OwnStatusItems.hpp"
 #include "core/engine/SpacerManager.hpp"
 #include "core/engine/UpdaterManager.hpp"
 #include "core/engine/VisibleItemEnforcer.hpp"
@@ -69,10 +70,11 @@ void AppDelegate::applicationDidFinishLaunching() {
 
     ActiveAppMonitor& monitor = services_.activeAppMonitor();
     controlManager = ControlItemManager::make(
-        {ports.scheduler, ports.statusBar, ports.windows, ports.displays, ports.workspace,
-         ports.accessibility, ports.menuBarHost, ports.input, services_.launchAtLogin(),
-         preferences, services_.enforcer(), ports.log, services_.notices(), services_.ownPID(),
-         ports.process.operatingSystemMajorVersion(), hooks_.showSettings, hooks_.startKeyboardNav,
+        {ports.scheduler, services_.ownStatusItems(), ports.windows, ports.displays,
+         ports.workspace, ports.accessibility, ports.menuBarHost, ports.input,
+         services_.launchAtLogin(), preferences, services_.enforcer(), ports.log,
+         services_.notices(), services_.ownPID(), ports.process.operatingSystemMajorVersion(),
+         hooks_.showSettings, hooks_.startKeyboardNav,
          [&monitor] { monitor.showAgainAfterArrangement(); }});
     services_.publish(controlManager);
     controlManager->watchToggleClicks(ports.pointer);

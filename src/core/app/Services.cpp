@@ -3,6 +3,7 @@
 #include "core/app/Notices.hpp"
 #include "core/engine/ControlItemManager.hpp"
 #include "core/engine/LaunchAtLogin.hpp"
+#include "core/engine/OwnStatusItems.hpp"
 #include "core/engine/SpacerManager.hpp"
 #include "core/engine/UpdaterManager.hpp"
 #include "core/engine/VisibleItemEnforcer.hpp"
@@ -54,15 +55,25 @@ Notices& Services::notices() {
     });
 }
 
+OwnStatusItems& Services::ownStatusItems() {
+    return lazily(ownStatusItems_, [&] {
+        return std::make_unique<OwnStatusItems>(ports_.statusBar, ports_.displays);
+    });
+}
+
+OwnItemFrames Services::ownItemFrames() {
+    return [&items = ownStatusItems()] { return items.windowServerFrames(); };
+}
+
 SpacerManager& Services::spacers() {
-    return lazily(spacers_, [&] { return std::make_unique<SpacerManager>(ports_.statusBar); });
+    return lazily(spacers_, [&] { return std::make_unique<SpacerManager>(ownStatusItems()); });
 }
 
 VisibleItemEnforcer& Services::enforcer() {
     return lazily(enforcer_, [&] {
         return std::make_unique<VisibleItemEnforcer>(VisibleItemEnforcer::Dependencies{
             ports_.scheduler, ports_.workspace, ports_.windows, ports_.displays, preferences(),
-            ownPID(), controlItemManagerLookup()});
+            ownPID(), controlItemManagerLookup(), ownItemFrames()});
     });
 }
 
@@ -78,7 +89,7 @@ KeyboardNavController& Services::keyboardNav() {
         return std::make_unique<KeyboardNavController>(KeyboardNavController::Dependencies{
             ports_.scheduler, ports_.windows, ports_.displays, ports_.workspace, ports_.keys,
             ports_.panels, ports_.application, ports_.input, ports_.process,
-            controlItemManagerLookup()});
+            controlItemManagerLookup(), ownItemFrames()});
     });
 }
 
@@ -88,7 +99,7 @@ SettingsWindowController& Services::settingsWindow() {
             ports_.scheduler, ports_.application, ports_.displays, ports_.settingsWindows,
             ports_.process, preferences(), launchAtLogin(), ports_.accessibility,
             ports_.screenCapture, ports_.windows, ports_.workspace, ports_.symbols,
-            controlItemManagerLookup()});
+            controlItemManagerLookup(), ownItemFrames()});
     });
 }
 

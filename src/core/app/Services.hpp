@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/menubar/ItemEnumerator.hpp"
 #include "core/ports/Geometry.hpp"
 
 #include <functional>
@@ -24,6 +25,7 @@ class LogSink;
 class LoginItem;
 class MenuBarHostReader;
 class Notices;
+class OwnStatusItems;
 class PanelHost;
 class PointerMonitor;
 class ProcessContext;
@@ -83,6 +85,8 @@ public:
     LaunchAtLogin& launchAtLogin();
     UpdaterManager& updater();
     Notices& notices();
+    // Every status item Quillet's parts create goes through this.
+    OwnStatusItems& ownStatusItems();
     SpacerManager& spacers();
     VisibleItemEnforcer& enforcer();
     ActiveAppMonitor& activeAppMonitor();
@@ -96,12 +100,15 @@ public:
     std::function<std::shared_ptr<ControlItemManager>()> controlItemManagerLookup() const;
 
 private:
+    OwnItemFrames ownItemFrames();
+
     PlatformPorts ports_;
     // Declared before what uses them, so that they are destroyed after it.
     std::unique_ptr<AppPreferences> preferences_;
     std::unique_ptr<LaunchAtLogin> launchAtLogin_;
     std::unique_ptr<UpdaterManager> updater_;
     std::unique_ptr<Notices> notices_;
+    std::unique_ptr<OwnStatusItems> ownStatusItems_;
     std::unique_ptr<SpacerManager> spacers_;
     std::unique_ptr<VisibleItemEnforcer> enforcer_;
     std::unique_ptr<ActiveAppMonitor> activeAppMonitor_;

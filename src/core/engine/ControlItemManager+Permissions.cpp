@@ -6,24 +6,15 @@
 #include "core/menubar/ScreenCoordinates.hpp"
 
 #include <algorithm>
-#include <cmath>
 #include <string>
 
 namespace quillet {
 
-namespace {
-
-// How far apart (in points) the window list's frame and AppKit's may be for one window.
-constexpr double kSameWindowTolerance = 1.0;
-
-} // namespace
-
 // Without the Screen Recording grant the window list gives no titles for windows of other
 // processes, and on macOS 26 Control Center owns every status item window, ours included, so
 // neither title nor owner says which windows are ours. AppKit still knows where each of our
-// items is (menus open under it). Only the right edge and the height are compared: an item of
-// the hiding length is listed narrower than it is. The window number of our button's window
-// cannot stand in, since the window listed belongs to another process.
+// items is (menus open under it). The window number of our button's window cannot stand in,
+// since the window listed belongs to another process.
 std::optional<MenuBarItem>
 ControlItemManager::ownItemByFrame(std::string_view name,
                                    const std::vector<MenuBarItem>& items) const {
@@ -36,21 +27,11 @@ ControlItemManager::ownItemByFrame(std::string_view name,
     if (!frame) {
         return std::nullopt;
     }
-    auto edgeGap = [&](const MenuBarItem& item) {
-        return std::abs(item.frame.maxX() - frame->maxX());
-    };
-    const MenuBarItem* best = nullptr;
-    for (const MenuBarItem& item : items) {
-        if (edgeGap(item) <= kSameWindowTolerance &&
-            std::abs(item.frame.midY() - frame->midY()) <= kSameWindowTolerance &&
-            (!best || edgeGap(item) < edgeGap(*best))) {
-            best = &item;
-        }
-    }
-    if (!best) {
+    const auto listed = itemListedAt(items, *frame);
+    if (!listed) {
         return std::nullopt;
     }
-    MenuBarItem own = *best;
+    MenuBarItem own = items[*listed];
     own.isOwnControlItem = true;
     return own;
 }

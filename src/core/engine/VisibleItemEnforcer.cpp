@@ -13,7 +13,8 @@
 namespace quillet {
 
 VisibleItemEnforcer::VisibleItemEnforcer(Dependencies dependencies)
-    : deps_(std::move(dependencies)), enumerator_(deps_.windows, deps_.displays, deps_.workspace) {}
+    : deps_(std::move(dependencies)),
+      enumerator_(deps_.windows, deps_.displays, deps_.workspace, deps_.ownItems) {}
 
 VisibleItemEnforcer::~VisibleItemEnforcer() {
     stop();

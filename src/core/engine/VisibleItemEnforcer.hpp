@@ -40,6 +40,7 @@ public:
         const AppPreferences& preferences;
         Pid ownPID = 0;
         ManagerLookup controlItemManager;
+        OwnItemFrames ownItems;
     };
 
     // When the scans fall, counted from the launch that triggers them.

@@ -7,6 +7,7 @@
 #include "core/support/Text.hpp"
 
 #include <algorithm>
+#include <cmath>
 #include <unordered_map>
 
 namespace quillet {
@@ -17,6 +18,8 @@ constexpr std::int64_t kMinItemLayer = 20;
 constexpr std::int64_t kMaxItemLayer = 30;
 constexpr double kMaxItemHeight = 44.0;
 constexpr double kMaxItemWidth = 600.0;
+// How far apart (in points) the window list's frame and AppKit's may be for one window.
+constexpr double kSameWindowTolerance = 1.0;
 
 // Reads one window description into an item, or nothing when it cannot be a menu bar item.
 // Layer and size are checked first, so most windows cost two lookups and no string.
@@ -102,6 +105,19 @@ bool isOwnItemName(std::string_view name) {
     return name.starts_with(kOwnNamePrefix) || name == kBundleIdentifier;
 }
 
+std::optional<std::size_t> itemListedAt(const std::vector<MenuBarItem>& items, Rect frame) {
+    auto edgeGap = [&](std::size_t i) { return std::abs(items[i].frame.maxX() - frame.maxX()); };
+    std::optional<std::size_t> best;
+    for (std::size_t i = 0; i < items.size(); ++i) {
+        if (edgeGap(i) <= kSameWindowTolerance &&
+            std::abs(items[i].frame.midY() - frame.midY()) <= kSameWindowTolerance &&
+            (!best || edgeGap(i) < edgeGap(*best))) {
+            best = i;
+        }
+    }
+    return best;
+}
+
 std::optional<std::size_t> displayIndexContaining(const std::vector<Rect>& displays, Point point) {
     for (std::size_t i = 0; i < displays.size(); ++i) {
         if (displays[i].contains(point)) {
@@ -119,7 +135,25 @@ std::vector<MenuBarItem> ItemEnumerator::rawItems(Pid ownPID) const {
             items.push_back(std::move(*item));
         }
     });
+    markUntitledOwnItems(items);
     return items;
+}
+
+// Without the Screen Recording grant the window list of macOS 26 names no status item and gives
+// Control Center as the owner of every one, ours included; where AppKit put our items then tells
+// them apart, so that no listing offers our separators or the toggle as another application's
+// items. With every window titled there is nothing to ask.
+void ItemEnumerator::markUntitledOwnItems(std::vector<MenuBarItem>& items) const {
+    if (!ownItems_ || std::ranges::all_of(items, [](const MenuBarItem& item) {
+            return item.windowName.has_value();
+        })) {
+        return;
+    }
+    for (const Rect& frame : ownItems_()) {
+        if (const auto own = itemListedAt(items, frame)) {
+            items[*own].isOwnControlItem = true;
+        }
+    }
 }
 
 std::vector<MenuBarItem> ItemEnumerator::mainDisplayItems(Pid ownPID) const {

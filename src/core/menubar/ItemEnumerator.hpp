@@ -4,6 +4,7 @@
 #include "core/menubar/MenuBarItem.hpp"
 #include "core/ports/Geometry.hpp"
 
+#include <functional>
 #include <string_view>
 #include <vector>
 
@@ -12,14 +13,19 @@ namespace quillet {
 class DisplayGeometry;
 class WindowListSource;
 
+// Where Quillet's own status items are, in the window server's coordinates.
+using OwnItemFrames = std::function<std::vector<Rect>()>;
+
 // The one way to list menu bar items: every plausible item window, the main display's items left
 // to right, or one entry per logical item. Nothing is cached; every call reads the window list
 // afresh.
 class ItemEnumerator {
 public:
+    // Without `ownItems`, our own windows are known only by their titles or their owner.
     ItemEnumerator(const WindowListSource& windows, const DisplayGeometry& displays,
-                   const Workspace& workspace)
-        : windows_(windows), displays_(displays), identity_(workspace) {}
+                   const Workspace& workspace, OwnItemFrames ownItems = {})
+        : windows_(windows), displays_(displays), identity_(workspace),
+          ownItems_(std::move(ownItems)) {}
 
     // Every plausible menu bar item window, in window-list order.
     std::vector<MenuBarItem> rawItems(Pid ownPID) const;
@@ -33,14 +39,22 @@ public:
     std::vector<Rect> activeDisplayBounds() const;
 
 private:
+    void markUntitledOwnItems(std::vector<MenuBarItem>& items) const;
+
     const WindowListSource& windows_;
     const DisplayGeometry& displays_;
     IdentityResolver identity_;
+    OwnItemFrames ownItems_;
 };
 
 // Whether a window title or bundle identifier names one of our own items: our autosave names
 // all begin with "quillet.", and a title may be our bundle identifier.
 bool isOwnItemName(std::string_view name);
+
+// The index of the item listed for the status item window AppKit places at `frame`
+// (window-server coordinates), if any. Only the right edge and the height are compared: an item of
+// the hiding length is listed narrower than it is.
+std::optional<std::size_t> itemListedAt(const std::vector<MenuBarItem>& items, Rect frame);
 
 // The index of the first display whose bounds contain the point, if any.
 std::optional<std::size_t> displayIndexContaining(const std::vector<Rect>& displays, Point point);

@@ -94,7 +94,7 @@ void KeyboardNavController::finishEntering() {
 }
 
 std::vector<MenuBarItem> KeyboardNavController::itemsLeftToRight() const {
-    const ItemEnumerator enumerator(deps_.windows, deps_.displays, deps_.workspace);
+    const ItemEnumerator enumerator(deps_.windows, deps_.displays, deps_.workspace, deps_.ownItems);
     auto items = enumerator.mainDisplayItems(deps_.process.processIdentifier());
     std::erase_if(items, [](const MenuBarItem& item) { return item.isOwnControlItem; });
     std::stable_sort(items.begin(), items.end(), [](const MenuBarItem& a, const MenuBarItem& b) {

@@ -42,6 +42,7 @@ public:
         ProcessContext& process;
         // The control item manager, if it still exists.
         std::function<std::shared_ptr<ControlItemManager>()> controlItems;
+        OwnItemFrames ownItems;
     };
 
     // Virtual key codes.

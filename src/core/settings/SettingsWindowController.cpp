@@ -26,7 +26,7 @@ const SettingsWindowStyle SettingsWindowController::kWindowStyle{
 
 SettingsWindowController::SettingsWindowController(Dependencies dependencies)
     : deps_(std::move(dependencies)),
-      enumerator_(deps_.windowList, deps_.displays, deps_.workspace),
+      enumerator_(deps_.windowList, deps_.displays, deps_.workspace, deps_.ownItems),
       capture_(deps_.screenCapture, deps_.displays),
       icons_(deps_.workspace, deps_.symbols), menuBar_{enumerator_, capture_, icons_,
                                                        deps_.process.processIdentifier(),

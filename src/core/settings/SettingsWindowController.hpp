@@ -46,6 +46,7 @@ public:
         const Workspace& workspace;
         const SymbolImages& symbols;
         std::function<std::shared_ptr<ControlItemManager>()> controlItemManager;
+        OwnItemFrames ownItems;
     };
 
     // "Quillet Settings": titled, closable, miniaturizable and resizable; 760 × 600, at least
