@@ -34,6 +34,12 @@ std::string barAfter(const std::string& output, const std::string& step) {
     return output.substr(start, output.find('\n', start) - start);
 }
 
+// What the player printed from the step titled `from` up to the one titled `to`.
+std::string between(const std::string& output, const std::string& from, const std::string& to) {
+    const auto start = output.find(from + "  (t=");
+    return start == std::string::npos ? "" : output.substr(start, output.find(to + "  (t=") - start);
+}
+
 TEST(SettingsStory, PreferencesChangedInTheWindowTakeEffectOnTheBar) {
     std::ifstream file(QUILLET_FIXTURES_DIR "/scenarios/settings-window.json");
     std::stringstream text;
@@ -52,7 +58,10 @@ TEST(SettingsStory, PreferencesChangedInTheWindowTakeEffectOnTheBar) {
     EXPECT_THAT(output, HasSubstr("│ │ Delete “Evening”"));
     EXPECT_THAT(output, HasSubstr("settings: Launch at login                                     "
                                   "[off]\n    log: [Quillet] LaunchAtLogin toggle failed"));
-    EXPECT_THAT(output,
+    // Allowed a second after the request, shown only once Refresh reads it again.
+    EXPECT_THAT(between(output, "15. Grant… Screen Recording", "17. Refresh"),
+                HasSubstr("│ │ Screen Recording                                    Not granted"));
+    EXPECT_THAT(between(output, "17. Refresh", "18. close the window"),
                 HasSubstr("│ │ Screen Recording                                    Granted"));
     EXPECT_THAT(output, HasSubstr("Dock: no icon for Quillet"));
 }
