@@ -197,6 +197,14 @@ std::vector<Pid> SimulatedMac::runningProcesses(const std::string& bundleID) con
     return found == running_.end() ? std::vector<Pid>{} : found->second;
 }
 
+std::vector<Pid> SimulatedMac::runningApplicationProcesses() const {
+    std::vector<Pid> all;
+    for (const auto& [bundleID, pids] : running_) {
+        all.insert(all.end(), pids.begin(), pids.end());
+    }
+    return all;
+}
+
 std::optional<RunningApplication> SimulatedMac::runningApplication(Pid pid) const {
     for (const auto& [bundleID, pids] : running_) {
         if (std::find(pids.begin(), pids.end(), pid) == pids.end()) {

@@ -234,6 +234,7 @@ public:
     std::string displayName(const std::string& path) const override;
     ImageRef icon(const std::string& path) const override;
     std::vector<Pid> runningProcesses(const std::string& bundleID) const override;
+    std::vector<Pid> runningApplicationProcesses() const override;
     std::optional<RunningApplication> runningApplication(Pid pid) const override;
     std::optional<std::string> frontmostBundleID() const override { return frontmost_; }
     // Every URL opened is recorded; all open.

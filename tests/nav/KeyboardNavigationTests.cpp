@@ -107,12 +107,13 @@ TEST_F(KeyboardNavigation, WalksTheItemsLeftToRightAndOpensTheFocusedOneWithRetu
 }
 
 // Without the grant every item window of macOS 26 is Control Center's and untitled, ours too:
-// our separators and toggle are still left out, and Return opens what the panel counted.
-TEST_F(KeyboardNavigation, WithoutScreenRecordingOurOwnItemsAreStillLeftOut) {
+// our separators and toggle are still left out, the applications name their own items, and
+// Return opens what the panel counted.
+TEST_F(KeyboardNavigation, WithoutScreenRecordingOurOwnItemsAreLeftOutAndTheOthersNamed) {
     mac().setScreenRecordingAllowed(false);
     nav().enter();
     scheduler().advance(Nav::kSetUpDelay);
-    EXPECT_EQ(nav().positionLabel(), "1 / 5");
+    EXPECT_THAT(panelLines(), ElementsAre("Dropbox", hint("1 / 5")));
     press(Nav::kRightArrowKey);
     press(Nav::kRightArrowKey);
     press(Nav::kReturnKey);

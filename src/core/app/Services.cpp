@@ -87,9 +87,9 @@ ActiveAppMonitor& Services::activeAppMonitor() {
 KeyboardNavController& Services::keyboardNav() {
     return lazily(keyboardNav_, [&] {
         return std::make_unique<KeyboardNavController>(KeyboardNavController::Dependencies{
-            ports_.scheduler, ports_.windows, ports_.displays, ports_.workspace, ports_.keys,
-            ports_.panels, ports_.application, ports_.input, ports_.process,
-            controlItemManagerLookup(), ownItemFrames()});
+            ports_.scheduler, ports_.windows, ports_.displays, ports_.workspace,
+            ports_.accessibility, ports_.keys, ports_.panels, ports_.application, ports_.input,
+            ports_.process, controlItemManagerLookup(), ownItemFrames()});
     });
 }
 

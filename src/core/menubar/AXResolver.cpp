@@ -22,4 +22,21 @@ std::optional<Rect> AXResolver::menuBarItemFrame(const std::string& bundleID) co
     return std::nullopt;
 }
 
+std::vector<ReportedItem> AXResolver::reportedItems(Pid ownPID) const {
+    std::vector<ReportedItem> reported;
+    for (Pid pid : workspace_.runningApplicationProcesses()) {
+        if (pid == ownPID) {
+            continue;
+        }
+        const auto application = workspace_.runningApplication(pid);
+        if (!application || !application->bundleID) {
+            continue;
+        }
+        if (const auto frame = firstExtraFrame(pid)) {
+            reported.push_back({*application->bundleID, application->name, *frame});
+        }
+    }
+    return reported;
+}
+
 } // namespace quillet

@@ -5,8 +5,17 @@
 #include <chrono>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace quillet {
+
+// Where one running application says its first status item is.
+struct ReportedItem {
+    std::string bundleID;
+    // The application's localized name; empty when it has none.
+    std::string applicationName;
+    Rect frame;
+};
 
 class AccessibilityReader;
 class Workspace;
@@ -28,6 +37,9 @@ public:
     std::optional<Rect> firstExtraFrame(Pid pid) const;
     // The first frame found among the running applications with that bundle identifier.
     std::optional<Rect> menuBarItemFrame(const std::string& bundleID) const;
+    // What every running application but `ownPID` says of its first status item. One question
+    // per application, so only for what a user reads, never for the engine's frequent readings.
+    std::vector<ReportedItem> reportedItems(Pid ownPID) const;
 
 private:
     const AccessibilityReader& accessibility_;

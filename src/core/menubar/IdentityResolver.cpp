@@ -98,4 +98,11 @@ void IdentityResolver::resolve(MenuBarItem& item) const {
                             : item.ownerName;
 }
 
+void IdentityResolver::resolveAsApplication(MenuBarItem& item, const std::string& bundleID,
+                                            const std::string& applicationName) const {
+    item.bundleID = bundleID;
+    item.displayLabel =
+        appDisplayName(bundleID).value_or(applicationName.empty() ? bundleID : applicationName);
+}
+
 } // namespace quillet

@@ -28,6 +28,9 @@ public:
 
     // Fills `bundleID`, `displayLabel` and `systemInfo` of one item.
     void resolve(MenuBarItem& item) const;
+    // Gives an untitled item the application it belongs to, learnt some other way.
+    void resolveAsApplication(MenuBarItem& item, const std::string& bundleID,
+                              const std::string& applicationName) const;
 
 private:
     const Workspace& workspace_;

@@ -1,6 +1,7 @@
 #include "core/menubar/ItemEnumerator.hpp"
 
 #include "core/app/BundleIdentity.hpp"
+#include "core/menubar/AXResolver.hpp"
 #include "core/menubar/WindowValueReading.hpp"
 #include "core/ports/DisplayGeometry.hpp"
 #include "core/ports/WindowListSource.hpp"
@@ -20,6 +21,9 @@ constexpr double kMaxItemHeight = 44.0;
 constexpr double kMaxItemWidth = 600.0;
 // How far apart (in points) the window list's frame and AppKit's may be for one window.
 constexpr double kSameWindowTolerance = 1.0;
+// How far (in points) a window's centre may lie from the centre an application reports for its
+// item and still be taken for the same item.
+constexpr double kReportedMatchDistance = 16.0;
 
 // Reads one window description into an item, or nothing when it cannot be a menu bar item.
 // Layer and size are checked first, so most windows cost two lookups and no string.
@@ -118,6 +122,30 @@ std::optional<std::size_t> itemListedAt(const std::vector<MenuBarItem>& items, R
     return best;
 }
 
+std::optional<std::size_t> itemReportedAt(const std::vector<MenuBarItem>& items,
+                                          const std::vector<Rect>& displays, Rect reported) {
+    // Items pushed off the screen are on no display, and so is what their applications report.
+    const auto display = displayIndexContaining(displays, reported.center());
+    auto widthGap = [&](std::size_t i) {
+        return std::abs(items[i].frame.width() - reported.width());
+    };
+    auto centreGap = [&](std::size_t i) {
+        return std::abs(items[i].frame.midX() - reported.midX());
+    };
+    std::optional<std::size_t> best;
+    for (std::size_t i = 0; i < items.size(); ++i) {
+        if (displayIndexContaining(displays, items[i].frame.center()) != display ||
+            !(centreGap(i) < kReportedMatchDistance)) {
+            continue;
+        }
+        if (!best || widthGap(i) < widthGap(*best) ||
+            (widthGap(i) == widthGap(*best) && centreGap(i) < centreGap(*best))) {
+            best = i;
+        }
+    }
+    return best;
+}
+
 std::optional<std::size_t> displayIndexContaining(const std::vector<Rect>& displays, Point point) {
     for (std::size_t i = 0; i < displays.size(); ++i) {
         if (displays[i].contains(point)) {
@@ -165,6 +193,23 @@ std::vector<MenuBarItem> ItemEnumerator::mainDisplayItems(Pid ownPID) const {
         return a.frame.maxX() < b.frame.maxX();
     });
     return items;
+}
+
+void ItemEnumerator::nameUntitledByAccessibility(std::vector<MenuBarItem>& items,
+                                                 const AXResolver& reporter, Pid ownPID) const {
+    if (std::ranges::all_of(items, [](const MenuBarItem& item) {
+            return item.windowName.has_value() || item.isOwnControlItem;
+        })) {
+        return;
+    }
+    const auto displays = activeDisplayBounds();
+    for (const ReportedItem& reported : reporter.reportedItems(ownPID)) {
+        const auto found = itemReportedAt(items, displays, reported.frame);
+        if (!found || items[*found].windowName || items[*found].isOwnControlItem) {
+            continue;
+        }
+        identity_.resolveAsApplication(items[*found], reported.bundleID, reported.applicationName);
+    }
 }
 
 std::vector<Rect> ItemEnumerator::activeDisplayBounds() const {

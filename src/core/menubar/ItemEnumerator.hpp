@@ -10,6 +10,7 @@
 
 namespace quillet {
 
+class AXResolver;
 class DisplayGeometry;
 class WindowListSource;
 
@@ -35,6 +36,11 @@ public:
     std::vector<MenuBarItem> logicalItems(Pid ownPID) const;
     // The same of raw items read before.
     std::vector<MenuBarItem> logicalItems(std::vector<MenuBarItem> raw) const;
+    // Names the untitled windows among `items` (no Screen Recording: on macOS 26 every item
+    // window) after the application whose status item Accessibility places there, so that a
+    // user can tell them apart and rule them. Asks every running application.
+    void nameUntitledByAccessibility(std::vector<MenuBarItem>& items, const AXResolver& reporter,
+                                     Pid ownPID) const;
     // Bounds of the active displays, in the window server's order.
     std::vector<Rect> activeDisplayBounds() const;
 
@@ -55,6 +61,13 @@ bool isOwnItemName(std::string_view name);
 // (window-server coordinates), if any. Only the right edge and the height are compared: an item of
 // the hiding length is listed narrower than it is.
 std::optional<std::size_t> itemListedAt(const std::vector<MenuBarItem>& items, Rect frame);
+
+// The index of the item that an application's own account of its status item (`reported`, from
+// Accessibility) points at: among the items on the same display (or, like it, on none) whose
+// centre lies within 16 points of the reported centre, the one of the most similar width
+// (neighbours' centres can be closer), then the nearer centre.
+std::optional<std::size_t> itemReportedAt(const std::vector<MenuBarItem>& items,
+                                          const std::vector<Rect>& displays, Rect reported);
 
 // The index of the first display whose bounds contain the point, if any.
 std::optional<std::size_t> displayIndexContaining(const std::vector<Rect>& displays, Point point);

@@ -1,6 +1,7 @@
 #include "core/nav/KeyboardNavController.hpp"
 
 #include "core/engine/ControlItemManager.hpp"
+#include "core/menubar/AXResolver.hpp"
 #include "core/nav/NavHUD.hpp"
 #include "core/ports/ApplicationShell.hpp"
 #include "core/ports/DisplayGeometry.hpp"
@@ -95,8 +96,12 @@ void KeyboardNavController::finishEntering() {
 
 std::vector<MenuBarItem> KeyboardNavController::itemsLeftToRight() const {
     const ItemEnumerator enumerator(deps_.windows, deps_.displays, deps_.workspace, deps_.ownItems);
-    auto items = enumerator.mainDisplayItems(deps_.process.processIdentifier());
+    const Pid ownPID = deps_.process.processIdentifier();
+    auto items = enumerator.mainDisplayItems(ownPID);
     std::erase_if(items, [](const MenuBarItem& item) { return item.isOwnControlItem; });
+    // Untitled (no Screen Recording), every item would read "Control Center" in the panel.
+    enumerator.nameUntitledByAccessibility(items, AXResolver(deps_.accessibility, deps_.workspace),
+                                           ownPID);
     std::stable_sort(items.begin(), items.end(), [](const MenuBarItem& a, const MenuBarItem& b) {
         return a.frame.minX() < b.frame.minX();
     });

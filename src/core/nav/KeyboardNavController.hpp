@@ -18,6 +18,7 @@
 
 namespace quillet {
 
+class AccessibilityReader;
 class ApplicationShell;
 class ControlItemManager;
 class InputInjector;
@@ -35,6 +36,7 @@ public:
         const WindowListSource& windows;
         const DisplayGeometry& displays;
         const Workspace& workspace;
+        const AccessibilityReader& accessibility;
         KeyMonitor& keys;
         PanelHost& panels;
         ApplicationShell& application;

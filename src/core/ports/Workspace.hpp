@@ -39,6 +39,8 @@ public:
     virtual ImageRef icon(const std::string& path) const = 0;
     // Processes of the running applications with this bundle identifier, in the platform's order.
     virtual std::vector<Pid> runningProcesses(const std::string& bundleID) const = 0;
+    // Processes of every running application, in the platform's order.
+    virtual std::vector<Pid> runningApplicationProcesses() const = 0;
     // The running application with this process identifier, if any.
     virtual std::optional<RunningApplication> runningApplication(Pid pid) const = 0;
     // The bundle identifier of the frontmost application, if it has one.

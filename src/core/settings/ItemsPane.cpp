@@ -1,6 +1,7 @@
 #include "core/settings/ItemsPane.hpp"
 
 #include "core/engine/ControlItemManager.hpp"
+#include "core/menubar/AXResolver.hpp"
 #include "core/menubar/ItemEnumerator.hpp"
 #include "core/menubar/ItemImageCapture.hpp"
 #include "core/ports/AccessibilityReader.hpp"
@@ -60,10 +61,17 @@ void ItemsPane::changed() const {
 void ItemsPane::reload() {
     // Either grant names the items; Screen Recording is not asked about once Accessibility is
     // known.
-    canIdentify_ = context_.accessibility.isTrusted(false) || context_.screenCapture.preflight();
+    const bool trusted = context_.accessibility.isTrusted(false);
+    canIdentify_ = trusted || context_.screenCapture.preflight();
     const MenuBarAccess& menuBar = context_.menuBar;
-    rawCount_ = static_cast<int>(menuBar.enumerator.rawItems(menuBar.ownPID).size());
-    items_ = menuBar.enumerator.logicalItems(menuBar.ownPID);
+    auto raw = menuBar.enumerator.rawItems(menuBar.ownPID);
+    rawCount_ = static_cast<int>(raw.size());
+    // Without Screen Recording the window list of macOS 26 names no item; with Accessibility the
+    // applications still say where their items are, and a user can rule them.
+    if (trusted) {
+        menuBar.enumerator.nameUntitledByAccessibility(raw, menuBar.reporter, menuBar.ownPID);
+    }
+    items_ = menuBar.enumerator.logicalItems(std::move(raw));
     rowsChanged();
 }
 

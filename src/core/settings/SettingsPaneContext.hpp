@@ -8,6 +8,7 @@
 
 namespace quillet {
 
+class AXResolver;
 class AccessibilityReader;
 class AppIcon;
 class AppPreferences;
@@ -24,6 +25,8 @@ struct MenuBarAccess {
     const ItemEnumerator& enumerator;
     const ItemImageCapture& capture;
     const AppIcon& icons;
+    // Names items where the window list withholds titles.
+    const AXResolver& reporter;
     Pid ownPID = 0;
     std::function<std::shared_ptr<ControlItemManager>()> controlItemManager;
 };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/app/AppDelegate.hpp"
+#include "core/menubar/AXResolver.hpp"
 #include "core/menubar/AppIcon.hpp"
 #include "core/menubar/ItemEnumerator.hpp"
 #include "core/menubar/ItemImageCapture.hpp"
@@ -90,6 +91,7 @@ private:
     ItemEnumerator enumerator_;
     ItemImageCapture capture_;
     AppIcon icons_;
+    AXResolver reporter_;
     MenuBarAccess menuBar_;
     std::shared_ptr<SettingsWindow> window_;
     std::unique_ptr<SettingsView> view_;

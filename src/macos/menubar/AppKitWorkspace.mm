@@ -89,6 +89,14 @@ std::vector<Pid> AppKitWorkspace::runningProcesses(const std::string& bundleID) 
     return pids;
 }
 
+std::vector<Pid> AppKitWorkspace::runningApplicationProcesses() const {
+    std::vector<Pid> pids;
+    for (NSRunningApplication* application in [[NSWorkspace sharedWorkspace] runningApplications]) {
+        pids.push_back([application processIdentifier]);
+    }
+    return pids;
+}
+
 std::optional<RunningApplication> AppKitWorkspace::runningApplication(Pid pid) const {
     NSRunningApplication* application =
         [NSRunningApplication runningApplicationWithProcessIdentifier:pid];
