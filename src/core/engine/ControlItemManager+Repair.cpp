@@ -234,6 +234,8 @@ Task<bool> ControlItemManager::checkAndRepair() {
     // One round: each item found misplaced is repaired once, from a fresh reading of the bar,
     // which the check of the order serves too while the order needs no drag.
     auto check = checkBar();
+    // A bar found in order with every item in its zone saw no drag since: it is still so.
+    const bool nothingToDo = check.inOrder && check.misplaced.empty();
     if (!check.inOrder) {
         co_await orderSeparatorAndToggle(check.controls);
         check.misplaced = misplacedItems();
@@ -241,7 +243,7 @@ Task<bool> ControlItemManager::checkAndRepair() {
     for (const Misplaced& misplaced : check.misplaced) {
         co_await repairItem(misplaced);
     }
-    const auto left = problemsLeft();
+    const auto left = nothingToDo ? 0 : problemsLeft();
     if (left == 0) {
         repairRetries_ = 0;
         co_return true;
