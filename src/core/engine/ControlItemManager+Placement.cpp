@@ -131,9 +131,6 @@ std::size_t ControlItemManager::nextMisplacedVisible(const std::vector<MenuBarIt
     return items.size();
 }
 
-// Window numbers change when an application relaunches and titles are often generic, so an
-// item is found by what its application reports first, then by its key, and only then by the
-// window it had when it was listed.
 ControlItemManager::BarReading ControlItemManager::readBar() const {
     return {enumerator_.rawItems(deps_.ownPID)};
 }
@@ -144,6 +141,9 @@ ControlItemManager::resolve(const std::optional<std::string>& bundleID,
     return resolve(bundleID, fallbackWID, readBar());
 }
 
+// Window numbers change when an application relaunches and titles are often generic, so an
+// item is found by what its application reports first, then by its key, and only then by the
+// window it had when it was listed.
 std::optional<ControlItemManager::Resolved>
 ControlItemManager::resolve(const std::optional<std::string>& bundleID, WindowID fallbackWID,
                             const BarReading& bar) const {
