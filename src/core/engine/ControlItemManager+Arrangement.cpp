@@ -23,6 +23,20 @@ constexpr Duration kSettleBeforeArranging = 1000ms;
 constexpr std::string_view kControlItemsMissing =
     "Quillet: not all control items found at arrange time — zone layout may be unestablished";
 
+// The leftmost item of `items` that is not ours, when it stands left of `border`.
+std::optional<WindowID> leftmostOtherItem(const std::vector<MenuBarItem>& items,
+                                          const std::optional<Rect>& border) {
+    const MenuBarItem* leftmost = nullptr;
+    for (const MenuBarItem& item : items) {
+        if (!item.isOwnControlItem && (!leftmost || item.frame.minX() < leftmost->frame.minX())) {
+            leftmost = &item;
+        }
+    }
+    return leftmost && border && leftmost->frame.minX() < border->minX()
+               ? std::optional(leftmost->windowID)
+               : std::nullopt;
+}
+
 } // namespace
 
 void ControlItemManager::arrangeAndReapply(RuleKeys hidden, RuleKeys alwaysHidden) {
@@ -100,47 +114,41 @@ Task<> ControlItemManager::arrangeJob(RuleKeys hidden, RuleKeys alwaysHidden) {
 
 // Restores the order always-separator, separator, toggle, wherever the system put them.
 Task<> ControlItemManager::orderControlItems() {
-    const auto alwaysSeparator = ownItem(kAlwaysSeparatorName);
-    const auto separator = ownItem(kSeparatorName);
-    const auto toggleWindow = ownItem(kToggleName);
-    if (!alwaysSeparator || !separator || !toggleWindow) {
+    // One reading finds our items and whatever stands left of the always-separator.
+    const auto [controls, leftmost] = [this] {
+        const auto items = mainDisplayItems();
+        const auto found = controlWindows(items);
+        return std::pair{found, found.alwaysSeparator
+                                    ? leftmostOtherItem(items, frameOf(*found.alwaysSeparator))
+                                    : std::nullopt};
+    }();
+    if (!controls.alwaysSeparator || !controls.separator || !controls.toggle) {
         deps_.log.log(kControlItemsMissing);
     }
     // The always-separator goes leftmost, so that the always-hidden zone starts empty and holds
     // only what the rules put there.
-    if (alwaysSeparator) {
-        auto others = mainDisplayItems();
-        std::erase_if(others, [](const MenuBarItem& item) { return item.isOwnControlItem; });
-        auto leftmost = std::min_element(others.begin(), others.end(),
-                                         [](const MenuBarItem& a, const MenuBarItem& b) {
-                                             return a.frame.minX() < b.frame.minX();
-                                         });
-        const auto border = frameOf(alwaysSeparator->windowID);
-        if (leftmost != others.end() && border && leftmost->frame.minX() < border->minX()) {
-            co_await performMove(alwaysSeparator->windowID, ItemMover::Side::left,
-                                 leftmost->windowID);
-        }
+    if (!leftmost) {
+        co_await orderSeparatorAndToggle(controls);
+        co_return;
     }
-    co_await orderSeparatorAndToggle();
+    co_await performMove(*controls.alwaysSeparator, ItemMover::Side::left, *leftmost);
+    // The move has shifted the bar: it is read again.
+    co_await orderSeparatorAndToggle(controlWindows(mainDisplayItems()));
 }
 
-Task<> ControlItemManager::orderSeparatorAndToggle() {
-    const auto alwaysSeparator = ownItem(kAlwaysSeparatorName);
-    const auto separator = ownItem(kSeparatorName);
-    const auto toggleWindow = ownItem(kToggleName);
+Task<> ControlItemManager::orderSeparatorAndToggle(ControlWindows controls) {
     // Each check reads the frames afresh: the move before it may have shifted both.
-    auto isLeftOf = [this](const std::optional<MenuBarItem>& a,
-                           const std::optional<MenuBarItem>& b) {
-        const auto aFrame = a ? frameOf(a->windowID) : std::nullopt;
-        const auto bFrame = b ? frameOf(b->windowID) : std::nullopt;
+    auto isLeftOf = [this](std::optional<WindowID> a, std::optional<WindowID> b) {
+        const auto aFrame = a ? frameOf(*a) : std::nullopt;
+        const auto bFrame = b ? frameOf(*b) : std::nullopt;
         return aFrame && bFrame && aFrame->minX() < bFrame->minX();
     };
-    if (isLeftOf(separator, alwaysSeparator)) {
-        co_await performMove(separator->windowID, ItemMover::Side::right,
-                             alwaysSeparator->windowID);
+    if (isLeftOf(controls.separator, controls.alwaysSeparator)) {
+        co_await performMove(*controls.separator, ItemMover::Side::right,
+                             *controls.alwaysSeparator);
     }
-    if (isLeftOf(toggleWindow, separator)) {
-        co_await performMove(toggleWindow->windowID, ItemMover::Side::right, separator->windowID);
+    if (isLeftOf(controls.toggle, controls.separator)) {
+        co_await performMove(*controls.toggle, ItemMover::Side::right, *controls.separator);
     }
 }
 

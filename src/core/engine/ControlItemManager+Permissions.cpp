@@ -41,7 +41,11 @@ ControlItemManager::ownItemByFrame(std::string_view name,
 // neither mistaken for another application's unruled items (which the checks pull into view)
 // nor found by one check and missed by the next.
 std::vector<MenuBarItem> ControlItemManager::mainDisplayItems() const {
-    auto items = enumerator_.mainDisplayItems(deps_.ownPID);
+    return mainDisplayItems(readBar());
+}
+
+std::vector<MenuBarItem> ControlItemManager::mainDisplayItems(const BarReading& bar) const {
+    auto items = enumerator_.mainDisplayItems(bar.raw);
     for (std::string_view name : {kAlwaysSeparatorName, kSeparatorName, kToggleName}) {
         const bool titled = std::ranges::any_of(items, [&](const MenuBarItem& item) {
             return item.isOwnControlItem && item.windowName == name;
@@ -61,7 +65,11 @@ std::vector<MenuBarItem> ControlItemManager::mainDisplayItems() const {
 }
 
 bool ControlItemManager::controlItemsInOrder() const {
-    const auto controls = controlFrames(mainDisplayItems());
+    return controlItemsInOrder(mainDisplayItems());
+}
+
+bool ControlItemManager::controlItemsInOrder(const std::vector<MenuBarItem>& items) const {
+    const auto controls = controlFrames(items);
     // Missing items cannot be ordered; there is nothing to repair then.
     if (controls.size() < 3) {
         return true;

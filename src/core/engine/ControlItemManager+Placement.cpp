@@ -46,77 +46,108 @@ Task<> ControlItemManager::place(std::optional<std::string> bundleID, WindowID f
             co_return;
         }
     }
-    const auto item = resolve(bundleID, fallbackWID);
+    // One reading finds the item and the border it crosses; after the drag the bar is read again.
+    const auto [item, border] = [&] {
+        const BarReading bar = readBar();
+        const auto found = resolve(bundleID, fallbackWID, bar);
+        return std::pair{found,
+                         found ? borderInto(section, found->displayIndex, bar) : std::nullopt};
+    }();
     if (!item) {
         co_return;
     }
-    co_await placeWindow(item->windowID, item->displayIndex, section);
+    co_await placeWindow(item->windowID, item->displayIndex, section, border);
     // An application may show several items, and the rule is the application's: each of them
     // goes where the first one went.
     if (bundleID) {
         for (const Resolved& other : otherWindowsOf(*bundleID, item->windowID)) {
-            co_await placeWindow(other.windowID, other.displayIndex, section);
+            const auto otherBorder = borderInto(section, other.displayIndex, readBar());
+            co_await placeWindow(other.windowID, other.displayIndex, section, otherBorder);
         }
     }
 }
 
+std::optional<WindowID> ControlItemManager::borderInto(MenuBarSection section,
+                                                       std::size_t displayIndex,
+                                                       const BarReading& bar) const {
+    return controlWID(section == MenuBarSection::alwaysHidden ? kAlwaysSeparatorName
+                                                              : kSeparatorName,
+                      displayIndex, bar);
+}
+
 Task<> ControlItemManager::placeWindow(WindowID window, std::size_t displayIndex,
-                                       MenuBarSection section) {
-    switch (section) {
-    case MenuBarSection::visible:
-        if (auto separator = controlWID(kSeparatorName, displayIndex)) {
-            co_await performMove(window, ItemMover::Side::right, *separator);
-        }
-        break;
-    case MenuBarSection::alwaysHidden:
-        if (auto border = controlWID(kAlwaysSeparatorName, displayIndex)) {
-            co_await performMove(window, ItemMover::Side::left, *border);
-        }
-        break;
-    case MenuBarSection::hidden:
-    case MenuBarSection::dynamic: {
-        const auto separator = controlWID(kSeparatorName, displayIndex);
-        if (!separator) {
-            co_return;
-        }
-        co_await performMove(window, ItemMover::Side::left, *separator);
-        // Dropped past the always-separator too (the hidden zone was empty): the border moves,
-        // not the item, since dragging the item back right could overshoot the separator again.
-        const auto border = controlWID(kAlwaysSeparatorName, displayIndex);
-        const auto itemFrame = frameOf(window);
-        const auto borderFrame = border ? frameOf(*border) : std::nullopt;
-        if (itemFrame && borderFrame && itemFrame->minX() <= borderFrame->minX()) {
-            co_await performMove(*border, ItemMover::Side::left, window);
-        }
-        break;
+                                       MenuBarSection section, std::optional<WindowID> border) {
+    if (!border) {
+        co_return;
     }
+    const bool intoView = section == MenuBarSection::visible;
+    co_await performMove(window, intoView ? ItemMover::Side::right : ItemMover::Side::left,
+                         *border);
+    if (section != MenuBarSection::hidden && section != MenuBarSection::dynamic) {
+        co_return;
+    }
+    // Dropped past the always-separator too (the hidden zone was empty): the border moves, not
+    // the item, since dragging the item back right could overshoot the separator again.
+    const auto alwaysSeparator = controlWID(kAlwaysSeparatorName, displayIndex);
+    const auto itemFrame = frameOf(window);
+    const auto borderFrame = alwaysSeparator ? frameOf(*alwaysSeparator) : std::nullopt;
+    if (itemFrame && borderFrame && itemFrame->minX() <= borderFrame->minX()) {
+        co_await performMove(*alwaysSeparator, ItemMover::Side::left, window);
     }
 }
 
 Task<> ControlItemManager::placeMisplacedVisibleItems() {
-    const auto items = enumerator_.logicalItems(deps_.ownPID);
-    for (const MenuBarItem& listed : items) {
-        const auto key = ruleKey(listed);
+    // One reading lists the items and checks them up to the first one that must move; after each
+    // drag the bar is read again.
+    auto [items, next] = [this] {
+        const BarReading bar = readBar();
+        auto listed = enumerator_.logicalItems(bar.raw);
+        const std::size_t first = nextMisplacedVisible(listed, 0, bar);
+        return std::pair{std::move(listed), first};
+    }();
+    while (next < items.size()) {
+        co_await place(ruleKey(items[next]), items[next].windowID, MenuBarSection::visible);
+        next = nextMisplacedVisible(items, next + 1, readBar());
+    }
+}
+
+std::size_t ControlItemManager::nextMisplacedVisible(const std::vector<MenuBarItem>& items,
+                                                     std::size_t from,
+                                                     const BarReading& bar) const {
+    for (std::size_t i = from; i < items.size(); ++i) {
+        const auto key = ruleKey(items[i]);
         if (ruledSection(deps_.preferences.sectionByBundleID(), key) != MenuBarSection::visible) {
             continue;
         }
-        const auto item = resolve(key, listed.windowID);
-        const auto separator = item ? controlWID(kSeparatorName, item->displayIndex) : std::nullopt;
+        const auto item = resolve(key, items[i].windowID, bar);
+        const auto separator =
+            item ? controlWID(kSeparatorName, item->displayIndex, bar) : std::nullopt;
         const auto itemFrame = item ? frameOf(item->windowID) : std::nullopt;
         const auto separatorFrame = separator ? frameOf(*separator) : std::nullopt;
         if (itemFrame && separatorFrame && itemFrame->midX() < separatorFrame->midX()) {
-            co_await place(key, listed.windowID, MenuBarSection::visible);
+            return i;
         }
     }
+    return items.size();
+}
+
+ControlItemManager::BarReading ControlItemManager::readBar() const {
+    return {enumerator_.rawItems(deps_.ownPID)};
+}
+
+std::optional<ControlItemManager::Resolved>
+ControlItemManager::resolve(const std::optional<std::string>& bundleID,
+                            WindowID fallbackWID) const {
+    return resolve(bundleID, fallbackWID, readBar());
 }
 
 // Window numbers change when an application relaunches and titles are often generic, so an
 // item is found by what its application reports first, then by its key, and only then by the
 // window it had when it was listed.
 std::optional<ControlItemManager::Resolved>
-ControlItemManager::resolve(const std::optional<std::string>& bundleID,
-                            WindowID fallbackWID) const {
-    const auto raw = enumerator_.rawItems(deps_.ownPID);
+ControlItemManager::resolve(const std::optional<std::string>& bundleID, WindowID fallbackWID,
+                            const BarReading& bar) const {
+    const auto& raw = bar.raw;
     const auto displays = enumerator_.activeDisplayBounds();
     auto displayOf = [&](const MenuBarItem& item) {
         return displayIndexContaining(displays, item.frame.center());
@@ -198,8 +229,14 @@ ControlItemManager::otherWindowsOf(const std::string& key, WindowID placed) cons
 
 std::optional<WindowID> ControlItemManager::controlWID(std::string_view name,
                                                        std::size_t displayIndex) const {
+    return controlWID(name, displayIndex, readBar());
+}
+
+std::optional<WindowID> ControlItemManager::controlWID(std::string_view name,
+                                                       std::size_t displayIndex,
+                                                       const BarReading& bar) const {
     const auto displays = enumerator_.activeDisplayBounds();
-    const auto raw = enumerator_.rawItems(deps_.ownPID);
+    const auto& raw = bar.raw;
     auto onDisplay = [&](const MenuBarItem& item) {
         return displayIndexContaining(displays, item.frame.center()) == displayIndex;
     };

@@ -66,7 +66,8 @@ ControlItemManager::zoneFor(const MenuBarItem& item, const std::optional<std::st
 // one that a rule's application reports: the same resolution as placing them. Only rules that
 // name no listed window can be about such an item.
 std::map<WindowID, std::string>
-ControlItemManager::windowsNamedByRules(const std::vector<MenuBarItem>& items) const {
+ControlItemManager::windowsNamedByRules(const std::vector<MenuBarItem>& items,
+                                        const BarReading& bar) const {
     std::set<std::string> listed;
     for (const MenuBarItem& item : items) {
         if (auto key = ruleKey(item)) {
@@ -84,7 +85,7 @@ ControlItemManager::windowsNamedByRules(const std::vector<MenuBarItem>& items) c
         if (listed.contains(key)) {
             continue;
         }
-        if (auto resolved = resolve(key, 0)) {
+        if (auto resolved = resolve(key, 0, bar)) {
             named.emplace(resolved->windowID, key);
         }
         const auto owners =
@@ -113,12 +114,18 @@ ControlItemManager::controlFrames(const std::vector<MenuBarItem>& items) const {
     return frames;
 }
 
-// One reading of the bar serves the whole check: it runs after every layout job.
 std::vector<ControlItemManager::Misplaced> ControlItemManager::misplacedItems() const {
-    // Our own windows must be known as ours even without their titles: a border taken for an
-    // unruled item of another application would be "repaired" into view, across the other
-    // border, and every zone after it would be wrong.
-    const auto items = mainDisplayItems();
+    const BarReading bar = readBar();
+    return misplacedItems(bar, mainDisplayItems(bar));
+}
+
+// One reading of the bar serves the whole check: it runs after every layout job. Our own windows
+// must be known as ours even without their titles (as mainDisplayItems marks them): a border
+// taken for an unruled item of another application would be "repaired" into view, across the
+// other border, and every zone after it would be wrong.
+std::vector<ControlItemManager::Misplaced>
+ControlItemManager::misplacedItems(const BarReading& bar,
+                                   const std::vector<MenuBarItem>& items) const {
     const auto controls = controlFrames(items);
     const auto border = controls.find(kAlwaysSeparatorName);
     const auto separator = controls.find(kSeparatorName);
@@ -131,7 +138,7 @@ std::vector<ControlItemManager::Misplaced> ControlItemManager::misplacedItems() 
         auto key = ruleKey(item);
         if (!key && !item.isOwnControlItem) {
             if (!named) {
-                named = windowsNamedByRules(items);
+                named = windowsNamedByRules(items, bar);
             }
             if (auto found = named->find(item.windowID); found != named->end()) {
                 key = found->second;
@@ -149,15 +156,16 @@ std::vector<ControlItemManager::Misplaced> ControlItemManager::misplacedItems() 
 // Ordering the control items drags the separators past their neighbours; an item it leaves
 // between them that belongs in view goes back now, before the rules are applied around it.
 Task<> ControlItemManager::moveCaughtItemsOut() {
-    const auto separator = ownItem(kSeparatorName);
-    if (!separator) {
-        co_return;
-    }
-    for (const Misplaced& misplaced : misplacedItems()) {
-        if (misplaced.current == MenuBarSection::hidden &&
-            misplaced.zone == MenuBarSection::visible) {
-            co_await performMove(misplaced.item.windowID, ItemMover::Side::right,
-                                 separator->windowID);
+    // One reading finds the separator and the items caught left of it.
+    const auto [separator, misplaced] = [this] {
+        const BarReading bar = readBar();
+        const auto items = mainDisplayItems(bar);
+        const auto found = controlWindows(items).separator;
+        return std::pair{found, found ? misplacedItems(bar, items) : std::vector<Misplaced>{}};
+    }();
+    for (const Misplaced& caught : misplaced) {
+        if (caught.current == MenuBarSection::hidden && caught.zone == MenuBarSection::visible) {
+            co_await performMove(caught.item.windowID, ItemMover::Side::right, *separator);
         }
     }
 }
@@ -180,30 +188,31 @@ Task<> ControlItemManager::placeInHiddenZone(WindowID window) {
 // At most two drags: one out of the always-hidden zone, which is off the screen while the
 // always-separator is stretched, and one into the hidden zone.
 Task<> ControlItemManager::repairItem(const Misplaced& misplaced) {
-    const auto alwaysSeparator = ownItem(kAlwaysSeparatorName);
-    const auto separator = ownItem(kSeparatorName);
+    const ControlWindows controls = controlWindows(mainDisplayItems());
+    const auto alwaysSeparator = controls.alwaysSeparator;
+    const auto separator = controls.separator;
     if (!alwaysSeparator || !separator) {
         co_return;
     }
     const WindowID window = misplaced.item.windowID;
     switch (misplaced.zone) {
     case MenuBarSection::visible:
-        co_await performMove(window, ItemMover::Side::right, separator->windowID);
+        co_await performMove(window, ItemMover::Side::right, *separator);
         break;
     case MenuBarSection::alwaysHidden:
-        co_await performMove(window, ItemMover::Side::left, alwaysSeparator->windowID);
+        co_await performMove(window, ItemMover::Side::left, *alwaysSeparator);
         break;
     case MenuBarSection::hidden:
     case MenuBarSection::dynamic: {
         auto where = [&]() -> std::optional<MenuBarSection> {
             const auto item = frameOf(window);
-            const auto border = frameOf(alwaysSeparator->windowID);
-            const auto edge = frameOf(separator->windowID);
+            const auto border = frameOf(*alwaysSeparator);
+            const auto edge = frameOf(*separator);
             return item && border && edge ? std::optional(zoneAt(*item, *border, *edge))
                                           : std::nullopt;
         };
         if (where() == MenuBarSection::alwaysHidden) {
-            co_await performMove(window, ItemMover::Side::right, alwaysSeparator->windowID);
+            co_await performMove(window, ItemMover::Side::right, *alwaysSeparator);
         }
         if (where() == MenuBarSection::visible) {
             co_await placeInHiddenZone(window);
@@ -222,14 +231,19 @@ Task<bool> ControlItemManager::checkAndRepair() {
     if (!moveAccess_.allowsMoves()) {
         co_return false;
     }
-    if (!controlItemsInOrder()) {
-        co_await orderSeparatorAndToggle();
+    // One round: each item found misplaced is repaired once, from a fresh reading of the bar,
+    // which the check of the order serves too while the order needs no drag.
+    auto check = checkBar();
+    // A bar found in order with every item in its zone saw no drag since: it is still so.
+    const bool nothingToDo = check.inOrder && check.misplaced.empty();
+    if (!check.inOrder) {
+        co_await orderSeparatorAndToggle(check.controls);
+        check.misplaced = misplacedItems();
     }
-    // One round: each item found misplaced is repaired once, from a fresh reading of the bar.
-    for (const Misplaced& misplaced : misplacedItems()) {
+    for (const Misplaced& misplaced : check.misplaced) {
         co_await repairItem(misplaced);
     }
-    const auto left = misplacedItems().size() + (controlItemsInOrder() ? 0 : 1);
+    const auto left = nothingToDo ? 0 : problemsLeft();
     if (left == 0) {
         repairRetries_ = 0;
         co_return true;
@@ -242,6 +256,22 @@ Task<bool> ControlItemManager::checkAndRepair() {
     }
     scheduleRepairRetry();
     co_return false;
+}
+
+ControlItemManager::BarCheck ControlItemManager::checkBar() const {
+    const BarReading bar = readBar();
+    const auto items = mainDisplayItems(bar);
+    BarCheck check{controlItemsInOrder(items), controlWindows(items), {}};
+    if (check.inOrder) {
+        check.misplaced = misplacedItems(bar, items);
+    }
+    return check;
+}
+
+std::size_t ControlItemManager::problemsLeft() const {
+    const BarReading bar = readBar();
+    const auto items = mainDisplayItems(bar);
+    return misplacedItems(bar, items).size() + (controlItemsInOrder(items) ? 0 : 1);
 }
 
 void ControlItemManager::scheduleRepairRetry() {

@@ -216,13 +216,26 @@ void ControlItemManager::layoutJobFinished() {
 }
 
 std::optional<MenuBarItem> ControlItemManager::ownItem(std::string_view autosaveName) const {
-    auto items = mainDisplayItems();
-    for (auto& item : items) {
+    return ownItemAmong(autosaveName, mainDisplayItems());
+}
+
+std::optional<MenuBarItem> ControlItemManager::ownItemAmong(std::string_view autosaveName,
+                                                            const std::vector<MenuBarItem>& items) {
+    for (const auto& item : items) {
         if (item.isOwnControlItem && item.windowName == autosaveName) {
-            return std::move(item);
+            return item;
         }
     }
     return std::nullopt;
+}
+
+ControlItemManager::ControlWindows
+ControlItemManager::controlWindows(const std::vector<MenuBarItem>& items) {
+    auto windowOf = [&](std::string_view name) {
+        const auto item = ownItemAmong(name, items);
+        return item ? std::optional(item->windowID) : std::nullopt;
+    };
+    return {windowOf(kAlwaysSeparatorName), windowOf(kSeparatorName), windowOf(kToggleName)};
 }
 
 void ControlItemManager::assertMainThread() const {

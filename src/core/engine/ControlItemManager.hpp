@@ -227,26 +227,70 @@ private:
                            std::weak_ptr<ControlItemManager> self);
     void layoutJobFinished();
 
+    // One reading of the window list's item windows: on a Mac a copy of every window's
+    // description, the costliest call of an arrangement, which the lookups of one stretch of code
+    // share. The bar changes only under a move, a change of length or a turn of the main loop, so
+    // a reading is never kept across an await: what comes after one reads the bar again.
+    struct BarReading {
+        std::vector<MenuBarItem> raw;
+    };
+    BarReading readBar() const;
+    std::optional<Resolved> resolve(const std::optional<std::string>& bundleID,
+                                    WindowID fallbackWID, const BarReading& bar) const;
+    std::optional<WindowID> controlWID(std::string_view name, std::size_t displayIndex,
+                                       const BarReading& bar) const;
+    // The windows of our control items among the main display's items of one reading. Window
+    // numbers outlast a move; frames do not, and are read again wherever they are compared.
+    struct ControlWindows {
+        std::optional<WindowID> alwaysSeparator;
+        std::optional<WindowID> separator;
+        std::optional<WindowID> toggle;
+    };
+    static ControlWindows controlWindows(const std::vector<MenuBarItem>& items);
+    static std::optional<MenuBarItem> ownItemAmong(std::string_view autosaveName,
+                                                   const std::vector<MenuBarItem>& items);
+
     Task<> arrangeJob(RuleKeys hidden, RuleKeys alwaysHidden);
     Task<> orderControlItems();
-    Task<> orderSeparatorAndToggle();
+    Task<> orderSeparatorAndToggle(ControlWindows controls);
     MenuBarSection hiddenOrInFront(const std::string& key) const;
     void restoreBar(bool wasExpanded, bool wasAllRevealed);
-    // Moves one window into `section` by the anchors of its display.
-    Task<> placeWindow(WindowID window, std::size_t displayIndex, MenuBarSection section);
+    // Moves one window into `section` across `border`, the zone's border on its display.
+    Task<> placeWindow(WindowID window, std::size_t displayIndex, MenuBarSection section,
+                       std::optional<WindowID> border);
+    // The window of the border an item crosses into `section` on display `displayIndex`.
+    std::optional<WindowID> borderInto(MenuBarSection section, std::size_t displayIndex,
+                                       const BarReading& bar) const;
     // Every window of the item named by `key` other than `placed`, on any display.
     std::vector<Resolved> otherWindowsOf(const std::string& key, WindowID placed) const;
+    // From `from` on, the first of `items` ruled visible that stands left of its separator in
+    // `bar`; the size of `items` when none does.
+    std::size_t nextMisplacedVisible(const std::vector<MenuBarItem>& items, std::size_t from,
+                                     const BarReading& bar) const;
     // Repairs (ControlItemManager+Repair.cpp).
     Task<> moveCaughtItemsOut();
     Task<> placeInHiddenZone(WindowID window);
     Task<> repairItem(const Misplaced& misplaced);
     Task<bool> checkAndRepair();
+    // One reading's verdict: whether the control items stand in order, their windows, and, only
+    // when they do, the items out of their zone.
+    struct BarCheck {
+        bool inOrder = true;
+        ControlWindows controls;
+        std::vector<Misplaced> misplaced;
+    };
+    BarCheck checkBar() const;
+    // The items out of their zone, and the control items' order if it is wrong, by one reading.
+    std::size_t problemsLeft() const;
     Task<> repairJob();
     void scheduleRepairRetry();
     static Task<> retryRepairAfterDelay(Scheduler& scheduler,
                                         std::weak_ptr<ControlItemManager> self);
-    std::map<WindowID, std::string>
-    windowsNamedByRules(const std::vector<MenuBarItem>& items) const;
+    // `items` are the main display's items of `bar`, as mainDisplayItems reads them.
+    std::vector<Misplaced> misplacedItems(const BarReading& bar,
+                                          const std::vector<MenuBarItem>& items) const;
+    std::map<WindowID, std::string> windowsNamedByRules(const std::vector<MenuBarItem>& items,
+                                                        const BarReading& bar) const;
     std::map<std::string_view, Rect> controlFrames(const std::vector<MenuBarItem>& items) const;
     Task<> newlyVisibleJob(std::vector<MenuBarItem> items);
     Task<> enforceJob(std::optional<std::string> ruleKey, WindowID fallbackWID,
@@ -261,6 +305,8 @@ private:
     // The items of the main display, left to right, with our control items marked as ours and
     // named by their autosave names even where the window list withholds their titles.
     std::vector<MenuBarItem> mainDisplayItems() const;
+    std::vector<MenuBarItem> mainDisplayItems(const BarReading& bar) const;
+    bool controlItemsInOrder(const std::vector<MenuBarItem>& items) const;
     // Whether the separator at its hiding length leaves the toggle on the screen: false only
     // when the separator is seen right of the toggle.
     bool collapseKeepsToggle() const;

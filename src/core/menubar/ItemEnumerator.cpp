@@ -185,8 +185,11 @@ void ItemEnumerator::markUntitledOwnItems(std::vector<MenuBarItem>& items) const
 }
 
 std::vector<MenuBarItem> ItemEnumerator::mainDisplayItems(Pid ownPID) const {
+    return mainDisplayItems(rawItems(ownPID));
+}
+
+std::vector<MenuBarItem> ItemEnumerator::mainDisplayItems(std::vector<MenuBarItem> items) const {
     const Rect main = displays_.mainDisplayBounds();
-    auto items = rawItems(ownPID);
     std::erase_if(items,
                   [&](const MenuBarItem& item) { return !main.contains(item.frame.center()); });
     std::stable_sort(items.begin(), items.end(), [](const MenuBarItem& a, const MenuBarItem& b) {

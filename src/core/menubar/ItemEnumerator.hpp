@@ -32,6 +32,8 @@ public:
     std::vector<MenuBarItem> rawItems(Pid ownPID) const;
     // The raw items whose centre lies on the main display, left to right.
     std::vector<MenuBarItem> mainDisplayItems(Pid ownPID) const;
+    // The same of raw items read before.
+    std::vector<MenuBarItem> mainDisplayItems(std::vector<MenuBarItem> raw) const;
     // One item per application or named item, our own excluded, leftmost first.
     std::vector<MenuBarItem> logicalItems(Pid ownPID) const;
     // The same of raw items read before.
