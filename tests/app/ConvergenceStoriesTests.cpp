@@ -70,32 +70,39 @@ TEST_P(ConvergenceStory, ATriggerDuringTheFirstArrangementWaitsForIt) {
     }
 }
 
+// Also without Screen Recording, where no item window has a title and each application's first
+// item is known by what it reports through Accessibility.
 TEST_P(ConvergenceStory, ItemsThatAppearLaterGetTheZoneOfTheirRule) {
-    BarStory& bar = start();
-    bar.launchQuillet();
-    bar.settle();
-    // Gamma quits and relaunches, a Hide app and a two-item Always app launch, an Auto app
-    // launches and comes to the front.
-    bar.quitAt(bar.scheduler().now(), kGamma.bundleID);
-    bar.launchAt(bar.scheduler().now() + 300ms, {kGamma.bundleID, kGamma.name, 803},
-                 {{kGamma.bundleID, 30}});
-    bar.preferences().setSectionByBundleID({{kBeta.bundleID, MenuBarSection::alwaysHidden},
-                                            {kGamma.bundleID, MenuBarSection::hidden},
-                                            {kWeather.bundleID, MenuBarSection::dynamic},
-                                            {"com.n.hid", MenuBarSection::hidden},
-                                            {"com.two.items", MenuBarSection::alwaysHidden}});
-    bar.launchAt(bar.scheduler().now() + 1s, {"com.n.hid", "NHid", 950}, {{"com.n.hid", 24}});
-    bar.launchAt(bar.scheduler().now() + 2s, {"com.two.items", "Two", 951},
-                 {{"com.two.items", 24}, {"com.two.items", 30}});
-    bar.launchAt(bar.scheduler().now() + 3s, kWeather, {{kWeather.bundleID, 28}});
-    bar.activateAt(bar.scheduler().now() + 3500ms, kWeather.bundleID);
-    bar.settle();
-    expectEveryItemInItsZone();
+    for (const bool screenRecording : {true, false}) {
+        SCOPED_TRACE(screenRecording ? "with Screen Recording" : "without Screen Recording");
+        BarStory& bar = start({.accessibility = true, .screenRecording = screenRecording});
+        bar.launchQuillet();
+        bar.settle();
+        // Gamma quits and relaunches, a Hide app, a two-item Always app and a second copy of it
+        // launch, an Auto app launches and comes to the front.
+        bar.quitAt(bar.scheduler().now(), kGamma.bundleID);
+        bar.launchAt(bar.scheduler().now() + 300ms, {kGamma.bundleID, kGamma.name, 803},
+                     {{kGamma.bundleID, 30}});
+        bar.preferences().setSectionByBundleID({{kBeta.bundleID, MenuBarSection::alwaysHidden},
+                                                {kGamma.bundleID, MenuBarSection::hidden},
+                                                {kWeather.bundleID, MenuBarSection::dynamic},
+                                                {"com.n.hid", MenuBarSection::hidden},
+                                                {"com.two.items", MenuBarSection::alwaysHidden}});
+        bar.launchAt(bar.scheduler().now() + 1s, {"com.n.hid", "NHid", 950}, {{"com.n.hid", 24}});
+        bar.launchAt(bar.scheduler().now() + 2s, {"com.two.items", "Two", 951},
+                     {{"com.two.items", 24}, {"com.two.items", 30}});
+        bar.launchAt(bar.scheduler().now() + 2500ms, {"com.two.items", "Two", 952},
+                     {{"com.two.items", 26}});
+        bar.launchAt(bar.scheduler().now() + 3s, kWeather, {{kWeather.bundleID, 28}});
+        bar.activateAt(bar.scheduler().now() + 3500ms, kWeather.bundleID);
+        bar.settle();
+        expectEveryItemInItsZone();
 
-    // The Auto app leaves the front: its item waits in the hidden zone again.
-    bar.activateAt(bar.scheduler().now(), "com.apple.finder");
-    bar.settle();
-    expectEveryItemInItsZone();
+        // The Auto app leaves the front: its item waits in the hidden zone again.
+        bar.activateAt(bar.scheduler().now(), "com.apple.finder");
+        bar.settle();
+        expectEveryItemInItsZone();
+    }
 }
 
 TEST_P(ConvergenceStory, AnAutoAppInFrontAtLaunchOrAtAProfileSwitchEndsShown) {
@@ -152,7 +159,9 @@ TEST_P(ConvergenceStory, ABarThatCannotBeFixedCostsBoundedDragsAndOneLogLine) {
     bar.launchQuillet();
     bar.holdButtonAt(1100ms, 24h);
     bar.scheduler().advance(1h);
+    // The button went down before the first drag: none is ever posted under the user's hand.
     const std::size_t drags = bar.drags();
+    EXPECT_EQ(drags, 0u);
     const auto& log = bar.logLines();
     EXPECT_EQ(std::count_if(log.begin(), log.end(),
                             [](const std::string& line) {

@@ -18,9 +18,6 @@ namespace quillet {
 
 namespace {
 
-// How far (in points) a window's centre may lie from the accessibility frame's centre and still
-// be taken for the same item.
-constexpr double kAccessibilityMatchDistance = 16.0;
 constexpr int kMoveAttempts = 6;
 
 std::string yesNo(bool value) {
@@ -159,27 +156,9 @@ ControlItemManager::resolve(const std::optional<std::string>& bundleID, WindowID
         const auto reported = accessibilityFrames_.menuBarItemFrame(*bundleID);
         const auto reportedDisplay =
             reported ? displayIndexContaining(displays, reported->center()) : std::nullopt;
-        if (reportedDisplay) {
-            const MenuBarItem* best = nullptr;
-            auto widthGap = [&](const MenuBarItem& item) {
-                return std::abs(item.frame.width() - reported->width());
-            };
-            auto centreGap = [&](const MenuBarItem& item) {
-                return std::abs(item.frame.midX() - reported->midX());
-            };
-            for (const MenuBarItem& item : raw) {
-                if (displayOf(item) != reportedDisplay ||
-                    !(centreGap(item) < kAccessibilityMatchDistance)) {
-                    continue;
-                }
-                if (!best || widthGap(item) < widthGap(*best) ||
-                    (widthGap(item) == widthGap(*best) && centreGap(item) < centreGap(*best))) {
-                    best = &item;
-                }
-            }
-            if (best) {
-                return Resolved{best->windowID, *reportedDisplay};
-            }
+        if (const auto found =
+                reportedDisplay ? itemReportedAt(raw, displays, *reported) : std::nullopt) {
+            return Resolved{raw[*found].windowID, *reportedDisplay};
         }
 
         std::vector<const MenuBarItem*> candidates;
@@ -217,14 +196,47 @@ ControlItemManager::resolve(const std::optional<std::string>& bundleID, WindowID
 std::vector<ControlItemManager::Resolved>
 ControlItemManager::otherWindowsOf(const std::string& key, WindowID placed) const {
     const auto displays = enumerator_.activeDisplayBounds();
+    const auto raw = enumerator_.rawItems(deps_.ownPID);
     std::vector<Resolved> others;
-    for (const MenuBarItem& item : enumerator_.rawItems(deps_.ownPID)) {
+    auto add = [&](const MenuBarItem& item) {
         const auto display = displayIndexContaining(displays, item.frame.center());
-        if (item.windowID != placed && display && isNamedBy(item, key)) {
+        const bool known = item.windowID == placed || std::ranges::any_of(others, [&](auto& other) {
+                               return other.windowID == item.windowID;
+                           });
+        if (display && !known) {
             others.push_back({item.windowID, *display});
         }
+    };
+    for (const MenuBarItem& item : raw) {
+        if (isNamedBy(item, key)) {
+            add(item);
+        }
+    }
+    for (WindowID window : untitledWindowsReportedFor(key, raw, displays)) {
+        add(*std::ranges::find(raw, window, &MenuBarItem::windowID));
     }
     return others;
+}
+
+// Untitled windows (no Screen Recording) are known only by what each process of the application
+// reports, and two copies of one application both obey its rule.
+std::vector<WindowID>
+ControlItemManager::untitledWindowsReportedFor(const std::string& key,
+                                               const std::vector<MenuBarItem>& items,
+                                               const std::vector<Rect>& displays) const {
+    const bool untitled = std::ranges::any_of(
+        items, [](const MenuBarItem& item) { return !item.windowName && !item.isOwnControlItem; });
+    std::vector<WindowID> windows;
+    if (!untitled || key.starts_with("sys:")) {
+        return windows;
+    }
+    for (const Rect& frame : accessibilityFrames_.menuBarItemFrames(key)) {
+        const auto found = itemReportedAt(items, displays, frame);
+        if (found && !items[*found].windowName && !items[*found].isOwnControlItem) {
+            windows.push_back(items[*found].windowID);
+        }
+    }
+    return windows;
 }
 
 std::optional<WindowID> ControlItemManager::controlWID(std::string_view name,

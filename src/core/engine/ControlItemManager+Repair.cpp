@@ -81,12 +81,16 @@ ControlItemManager::windowsNamedByRules(const std::vector<MenuBarItem>& items,
         return item.isOwnControlItem && item.ownerPID == deps_.ownPID;
     });
     std::map<WindowID, std::string> named;
+    const auto displays = enumerator_.activeDisplayBounds();
     for (const auto& [key, section] : deps_.preferences.sectionByBundleID()) {
         if (listed.contains(key)) {
             continue;
         }
         if (auto resolved = resolve(key, 0, bar)) {
             named.emplace(resolved->windowID, key);
+        }
+        for (WindowID window : untitledWindowsReportedFor(key, items, displays)) {
+            named.emplace(window, key);
         }
         const auto owners =
             ownersNameApplications ? deps_.workspace.runningProcesses(key) : std::vector<Pid>{};

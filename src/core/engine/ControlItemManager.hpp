@@ -263,6 +263,11 @@ private:
                                        const BarReading& bar) const;
     // Every window of the item named by `key` other than `placed`, on any display.
     std::vector<Resolved> otherWindowsOf(const std::string& key, WindowID placed) const;
+    // The untitled windows among `items` that the running copies of the application `key`
+    // report as their first items.
+    std::vector<WindowID> untitledWindowsReportedFor(const std::string& key,
+                                                     const std::vector<MenuBarItem>& items,
+                                                     const std::vector<Rect>& displays) const;
     // From `from` on, the first of `items` ruled visible that stands left of its separator in
     // `bar`; the size of `items` when none does.
     std::size_t nextMisplacedVisible(const std::vector<MenuBarItem>& items, std::size_t from,

@@ -22,6 +22,16 @@ std::optional<Rect> AXResolver::menuBarItemFrame(const std::string& bundleID) co
     return std::nullopt;
 }
 
+std::vector<Rect> AXResolver::menuBarItemFrames(const std::string& bundleID) const {
+    std::vector<Rect> frames;
+    for (Pid pid : workspace_.runningProcesses(bundleID)) {
+        if (auto frame = firstExtraFrame(pid)) {
+            frames.push_back(*frame);
+        }
+    }
+    return frames;
+}
+
 std::vector<ReportedItem> AXResolver::reportedItems(Pid ownPID) const {
     std::vector<ReportedItem> reported;
     for (Pid pid : workspace_.runningApplicationProcesses()) {

@@ -37,6 +37,8 @@ public:
     std::optional<Rect> firstExtraFrame(Pid pid) const;
     // The first frame found among the running applications with that bundle identifier.
     std::optional<Rect> menuBarItemFrame(const std::string& bundleID) const;
+    // The first frame of each running application with that bundle identifier.
+    std::vector<Rect> menuBarItemFrames(const std::string& bundleID) const;
     // What every running application but `ownPID` says of its first status item. One question
     // per application, so only for what a user reads, never for the engine's frequent readings.
     std::vector<ReportedItem> reportedItems(Pid ownPID) const;
