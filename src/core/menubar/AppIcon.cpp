@@ -5,17 +5,22 @@
 namespace quillet {
 
 ImageRef AppIcon::forBundleID(const std::optional<std::string>& bundleID) const {
-    if (bundleID) {
-        if (auto path = identity_.applicationPath(*bundleID)) {
-            if (auto icon = workspace_.icon(*path)) {
-                return icon;
-            }
-        }
+    if (auto icon = bundleID ? applicationIcon(*bundleID) : nullptr) {
+        return icon;
     }
     if (auto symbol = symbols_.symbol("app.dashed")) {
         return symbol;
     }
     return symbols_.emptyImage();
+}
+
+ImageRef AppIcon::applicationIcon(const std::string& bundleID) const {
+    auto [known, added] = icons_.try_emplace(bundleID);
+    if (added) {
+        const auto path = identity_.applicationPath(bundleID);
+        known->second = path ? workspace_.icon(*path) : nullptr;
+    }
+    return known->second;
 }
 
 } // namespace quillet

@@ -2,6 +2,7 @@
 
 #include "core/engine/ControlItemManager.hpp"
 #include "core/menubar/AXResolver.hpp"
+#include "core/menubar/AppIcon.hpp"
 #include "core/menubar/ItemEnumerator.hpp"
 #include "core/menubar/ItemImageCapture.hpp"
 #include "core/ports/AccessibilityReader.hpp"
@@ -72,6 +73,7 @@ void ItemsPane::reload() {
         menuBar.enumerator.nameUntitledByAccessibility(raw, menuBar.reporter, menuBar.ownPID);
     }
     items_ = menuBar.enumerator.logicalItems(std::move(raw));
+    menuBar.icons.forgetIcons();
     rowsChanged();
 }
 
