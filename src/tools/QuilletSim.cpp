@@ -37,7 +37,7 @@ constexpr const char* kUsage =
     "       quillet-sim --open-settings [--tab=PANE] [--scenario FILE] [--settings FILE]\n"
     "                   [--macos VERSION]\n"
     "       quillet-sim --windows FILE --list-items [--raw]\n"
-    "       quillet-sim --windows FILE --dump-raw OUT\n"
+    "       quillet-sim --windows FILE --dump-raw [OUT]\n"
     "       quillet-sim --help\n";
 
 constexpr const char* kHelp =
@@ -55,8 +55,9 @@ constexpr const char* kHelp =
     "  --windows FILE --list-items [--raw]\n"
     "                       print the item listing the app would print for a recorded window list\n"
     "                       (on a recorded hosted bar, for its recorded accessibility tree)\n"
-    "  --windows FILE --dump-raw OUT\n"
-    "                       write the raw dump the app would write for it\n"
+    "  --windows FILE --dump-raw [OUT]\n"
+    "                       write the raw dump the app would write for it, to OUT or, as the\n"
+    "                       app does, to quillet-raw.json in the home folder\n"
     "  --help               print this help\n"
     "\n"
     "Options of the scenario modes:\n"
