@@ -328,6 +328,7 @@ static const NSVisualEffectMaterial NSVisualEffectMaterialHUDWindow = 13;
                                  forOrientation:(NSLayoutConstraintOrientation)orientation
     API_AVAILABLE(macos(10.7));
 @property (readonly) NSSize intrinsicContentSize API_AVAILABLE(macos(10.7));
+- (void)layoutSubtreeIfNeeded API_AVAILABLE(macos(10.7));
 @end
 // GNUstep has the priority's getter only.
 @interface NSLayoutConstraint (AppleOnlyPriorities)

@@ -86,6 +86,8 @@ private:
 
     SettingsPage page_;
     std::string shape_;
+    // The title of the page last laid out.
+    std::string laidOutTitle_;
     std::optional<Kept> kept_;
     NSStackView* column_;
     std::vector<Refresh> refreshers_;

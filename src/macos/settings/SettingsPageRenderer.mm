@@ -107,7 +107,11 @@ void SettingsPageRenderer::layOut() {
         layOutBelowSearchBar();
         return;
     }
-    // A page of another shape starts from the top, as a new page would.
+    // Another page starts from the top; the same page in a new shape (a profile saved, a
+    // permission granted) stays where the user had scrolled it.
+    const bool samePage = page_.title == laidOutTitle_;
+    const NSPoint scrolled = scroll_.contentView.bounds.origin;
+    laidOutTitle_ = page_.title;
     kept_.reset();
     refreshers_.clear();
     retire(@[ actions_, scroll_.documentView != nil ? scroll_.documentView : [NSNull null] ]);
@@ -146,6 +150,11 @@ void SettingsPageRenderer::layOut() {
         [column_.widthAnchor constraintLessThanOrEqualToConstant:Look::Page::maxWidth],
         wide,
     ]];
+    if (samePage) {
+        [document layoutSubtreeIfNeeded];
+        [scroll_.contentView scrollToPoint:scrolled];
+        [scroll_ reflectScrolledClipView:scroll_.contentView];
+    }
 }
 
 void SettingsPageRenderer::layOutBelowSearchBar() {
