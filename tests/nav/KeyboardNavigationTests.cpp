@@ -212,10 +212,16 @@ sim::Scenario barWith(std::vector<std::string> bundleIDs) {
 }
 
 TEST(NavigationSelfTest, PrintsItsVerdictAndQuits) {
-    auto passed = sim::launchWithNavigationSelfTest(barWith({"com.example.a"}));
-    EXPECT_TRUE(passed.quit);
-    EXPECT_EQ(passed.standardOutput,
-              "NAV-SELFTEST: index 0→1→2→1  PASSED — local monitor caught arrows, focus moved\n");
+    // Also on the hosted bar of macOS 27, whose items have no windows.
+    for (const int macOS : {26, 27}) {
+        auto bar = barWith({"com.example.a"});
+        bar.macOS = macOS;
+        auto passed = sim::launchWithNavigationSelfTest(bar);
+        EXPECT_TRUE(passed.quit);
+        EXPECT_EQ(passed.standardOutput, "NAV-SELFTEST: index 0→1→2→1  PASSED — local monitor "
+                                         "caught arrows, focus moved\n")
+            << "macOS " << macOS;
+    }
 
     // Control Center and the clock alone are two items.
     auto tooFew = sim::launchWithNavigationSelfTest(barWith({}));

@@ -68,7 +68,15 @@ TEST_F(ItemsPane, OnTheHostedBarEachRuleSaysWhatItDoesOnThisMac) {
     EXPECT_THAT(text, HasSubstr("turn off “Allow in the Menu Bar” for its app."));
     EXPECT_THAT(text, HasSubstr("the hidden items show while its app is in front."));
     EXPECT_LT(text.find("ON THIS MAC"), text.find("Stays in the menu bar."));
-    EXPECT_LT(text.find("Stays in the menu bar."), text.find("No menu bar items yet"));
+    // The items are the host's: each application's, but not Apple's menu extras, which no
+    // rule reaches there.
+    EXPECT_LT(text.find("Stays in the menu bar."), text.find("◆ Dropbox"));
+    EXPECT_THAT(row("Slack"), EndsWith("[*Show*|Hide|Always|Auto]"));
+    EXPECT_THAT(text, Not(HasSubstr("Clock")));
+    ASSERT_TRUE(window().pick("Slack", "Auto"));
+    settle();
+    EXPECT_EQ(quillet.services.preferences().sectionByBundleID().at("com.tinyspeck.slackmacgap"),
+              MenuBarSection::dynamic);
 }
 
 TEST_F(ItemsPane, LongNamesKeepToOneLineAndLongIdentifiersKeepBothEnds) {

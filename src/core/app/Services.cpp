@@ -88,8 +88,9 @@ KeyboardNavController& Services::keyboardNav() {
     return lazily(keyboardNav_, [&] {
         return std::make_unique<KeyboardNavController>(KeyboardNavController::Dependencies{
             ports_.scheduler, ports_.windows, ports_.displays, ports_.workspace,
-            ports_.accessibility, ports_.keys, ports_.panels, ports_.application, ports_.input,
-            ports_.process, controlItemManagerLookup(), ownItemFrames()});
+            ports_.accessibility, ports_.menuBarHost, ports_.keys, ports_.panels,
+            ports_.application, ports_.input, ports_.process, controlItemManagerLookup(),
+            ownItemFrames()});
     });
 }
 
@@ -99,7 +100,7 @@ SettingsWindowController& Services::settingsWindow() {
             ports_.scheduler, ports_.application, ports_.displays, ports_.settingsWindows,
             ports_.process, preferences(), launchAtLogin(), ports_.accessibility,
             ports_.screenCapture, ports_.windows, ports_.workspace, ports_.symbols,
-            controlItemManagerLookup(), ownItemFrames()});
+            ports_.menuBarHost, controlItemManagerLookup(), ownItemFrames()});
     });
 }
 

@@ -46,6 +46,40 @@ std::optional<std::vector<HostedMenuBarItem>> HostedItemEnumerator::rawItems(Pid
     return items;
 }
 
+std::vector<MenuBarItem> HostedItemEnumerator::applicationItems(Pid ownPID) const {
+    std::vector<MenuBarItem> items;
+    for (const HostedMenuBarItem& item :
+         logicalItems(rawItems(ownPID).value_or(std::vector<HostedMenuBarItem>{}))) {
+        if (item.bundleID && !SystemItemCatalog::infoForMenuExtra(item.slot.identifier)) {
+            items.push_back(asMenuBarItem(item));
+        }
+    }
+    return items;
+}
+
+std::vector<MenuBarItem> HostedItemEnumerator::itemsInTheBar(Pid ownPID) const {
+    std::vector<MenuBarItem> items;
+    for (const HostedMenuBarItem& item :
+         rawItems(ownPID).value_or(std::vector<HostedMenuBarItem>{})) {
+        if (!item.isOwn && item.slot.frame) {
+            items.push_back(asMenuBarItem(item));
+        }
+    }
+    return items;
+}
+
+MenuBarItem asMenuBarItem(const HostedMenuBarItem& item) {
+    MenuBarItem listed;
+    listed.frame = item.slot.frame.value_or(Rect{});
+    listed.ownerPID = item.slot.owner;
+    listed.ownerName = item.ownerName;
+    listed.bundleID = item.bundleID;
+    listed.displayLabel = item.displayLabel;
+    listed.systemInfo = SystemItemCatalog::infoForMenuExtra(item.slot.identifier);
+    listed.isOwnControlItem = item.isOwn;
+    return listed;
+}
+
 std::vector<HostedMenuBarItem>
 HostedItemEnumerator::logicalItems(std::vector<HostedMenuBarItem> raw) {
     // Every display shows the same items, so the key, not the slot, is the item.

@@ -2,6 +2,7 @@
 
 #include "core/menubar/BarKind.hpp"
 #include "core/menubar/IdentityResolver.hpp"
+#include "core/menubar/MenuBarItem.hpp"
 #include "core/ports/MenuBarHostReader.hpp"
 
 #include <optional>
@@ -42,6 +43,13 @@ public:
     // order (left to right on the host's first window, items in its overflow first).
     static std::vector<HostedMenuBarItem> logicalItems(std::vector<HostedMenuBarItem> raw);
 
+    // The items a user can rule on the hosted bar, one per application, as the rest of Quillet
+    // reads items: Apple's menu extras are left out, as no rule reaches them there.
+    std::vector<MenuBarItem> applicationItems(Pid ownPID) const;
+    // The items with a place in the bar (not in its overflow menu), ours left out, in the host's
+    // order.
+    std::vector<MenuBarItem> itemsInTheBar(Pid ownPID) const;
+
 private:
     HostedMenuBarItem describe(const HostedItem& slot, Pid ownPID) const;
 
@@ -50,5 +58,9 @@ private:
     const Workspace& workspace_;
     IdentityResolver identity_;
 };
+
+// A slot as the rest of Quillet reads an item. The hosted bar has no item windows, so the window
+// number stays 0; a slot in the overflow menu has an empty frame.
+MenuBarItem asMenuBarItem(const HostedMenuBarItem& item);
 
 } // namespace quillet

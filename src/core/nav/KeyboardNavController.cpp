@@ -2,6 +2,7 @@
 
 #include "core/engine/ControlItemManager.hpp"
 #include "core/menubar/AXResolver.hpp"
+#include "core/menubar/HostedItemEnumerator.hpp"
 #include "core/nav/NavHUD.hpp"
 #include "core/ports/ApplicationShell.hpp"
 #include "core/ports/DisplayGeometry.hpp"
@@ -95,6 +96,19 @@ void KeyboardNavController::finishEntering() {
 }
 
 std::vector<MenuBarItem> KeyboardNavController::itemsLeftToRight() const {
+    auto items = isHostedBar() ? hostedItems() : windowItems();
+    std::stable_sort(items.begin(), items.end(), [](const MenuBarItem& a, const MenuBarItem& b) {
+        return a.frame.minX() < b.frame.minX();
+    });
+    return items;
+}
+
+bool KeyboardNavController::isHostedBar() const {
+    const auto manager = deps_.controlItems();
+    return manager && manager->barKind() == BarKind::hosted;
+}
+
+std::vector<MenuBarItem> KeyboardNavController::windowItems() const {
     const ItemEnumerator enumerator(deps_.windows, deps_.displays, deps_.workspace, deps_.ownItems);
     const Pid ownPID = deps_.process.processIdentifier();
     auto items = enumerator.mainDisplayItems(ownPID);
@@ -102,9 +116,17 @@ std::vector<MenuBarItem> KeyboardNavController::itemsLeftToRight() const {
     // Untitled (no Screen Recording), every item would read "Control Center" in the panel.
     enumerator.nameUntitledByAccessibility(items, AXResolver(deps_.accessibility, deps_.workspace),
                                            ownPID);
-    std::stable_sort(items.begin(), items.end(), [](const MenuBarItem& a, const MenuBarItem& b) {
-        return a.frame.minX() < b.frame.minX();
-    });
+    return items;
+}
+
+// The hosted bar of macOS 27 gives its items no windows; its host's tree lists them. Those in
+// its overflow menu have no place in the bar, for the keys as for the pointer.
+std::vector<MenuBarItem> KeyboardNavController::hostedItems() const {
+    const HostedItemEnumerator hosted(deps_.menuBarHost, deps_.windows, deps_.workspace);
+    auto items = hosted.itemsInTheBar(deps_.process.processIdentifier());
+    const Rect main = deps_.displays.mainDisplayBounds();
+    std::erase_if(items,
+                  [&](const MenuBarItem& item) { return !main.contains(item.frame.center()); });
     return items;
 }
 

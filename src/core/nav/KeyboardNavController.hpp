@@ -22,6 +22,7 @@ class AccessibilityReader;
 class ApplicationShell;
 class ControlItemManager;
 class InputInjector;
+class MenuBarHostReader;
 class ProcessContext;
 
 // Keyboard navigation: opens the hidden zone, walks the other applications' items on the main
@@ -37,6 +38,7 @@ public:
         const DisplayGeometry& displays;
         const Workspace& workspace;
         const AccessibilityReader& accessibility;
+        const MenuBarHostReader& menuBarHost;
         KeyMonitor& keys;
         PanelHost& panels;
         ApplicationShell& application;
@@ -100,6 +102,9 @@ private:
     void setState(std::optional<NavState> state);
     void finishEntering();
     std::vector<MenuBarItem> itemsLeftToRight() const;
+    bool isHostedBar() const;
+    std::vector<MenuBarItem> windowItems() const;
+    std::vector<MenuBarItem> hostedItems() const;
     void installMonitor();
     std::int64_t focusIndex() const;
     void pressKey(std::uint16_t keyCode);

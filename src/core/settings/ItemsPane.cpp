@@ -3,6 +3,7 @@
 #include "core/engine/ControlItemManager.hpp"
 #include "core/menubar/AXResolver.hpp"
 #include "core/menubar/AppIcon.hpp"
+#include "core/menubar/HostedItemEnumerator.hpp"
 #include "core/menubar/ItemEnumerator.hpp"
 #include "core/menubar/ItemImageCapture.hpp"
 #include "core/ports/AccessibilityReader.hpp"
@@ -65,6 +66,19 @@ void ItemsPane::reload() {
     const bool trusted = context_.accessibility.isTrusted(false);
     canIdentify_ = trusted || context_.screenCapture.preflight();
     const MenuBarAccess& menuBar = context_.menuBar;
+    if (isHostedBar()) {
+        // No item has a window of its own there: the host's tree says whose each item is.
+        items_ = menuBar.hosted.applicationItems(menuBar.ownPID);
+        rawCount_ = static_cast<int>(items_.size());
+    } else {
+        readWindows(trusted);
+    }
+    menuBar.icons.forgetIcons();
+    rowsChanged();
+}
+
+void ItemsPane::readWindows(bool trusted) {
+    const MenuBarAccess& menuBar = context_.menuBar;
     auto raw = menuBar.enumerator.rawItems(menuBar.ownPID);
     rawCount_ = static_cast<int>(raw.size());
     // Without Screen Recording the window list of macOS 26 names no item; with Accessibility the
@@ -73,8 +87,6 @@ void ItemsPane::reload() {
         menuBar.enumerator.nameUntitledByAccessibility(raw, menuBar.reporter, menuBar.ownPID);
     }
     items_ = menuBar.enumerator.logicalItems(std::move(raw));
-    menuBar.icons.forgetIcons();
-    rowsChanged();
 }
 
 void ItemsPane::reloadWithRetry(int attempt) {

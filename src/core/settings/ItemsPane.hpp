@@ -62,6 +62,8 @@ private:
     SettingsSearchBar searchBar() const;
     // Whether the system hosts the menu bar (macOS 27), where the rules mean less.
     bool isHostedBar() const;
+    // The items as the window list shows them (every bar but the hosted one).
+    void readWindows(bool trusted);
     SettingsCard card(std::string title, std::optional<std::string> footer,
                       const std::vector<MenuBarItem>& items) const;
     // Rows that came on screen have their system item captured off the main thread; rows that

@@ -11,6 +11,7 @@ namespace quillet {
 class AXResolver;
 class AccessibilityReader;
 class AppIcon;
+class HostedItemEnumerator;
 class AppPreferences;
 class ControlItemManager;
 class ItemEnumerator;
@@ -27,6 +28,8 @@ struct MenuBarAccess {
     const AppIcon& icons;
     // Names items where the window list withholds titles.
     const AXResolver& reporter;
+    // What the hosted bar of macOS 27 lists instead of windows.
+    const HostedItemEnumerator& hosted;
     Pid ownPID = 0;
     std::function<std::shared_ptr<ControlItemManager>()> controlItemManager;
 };

@@ -28,12 +28,15 @@ SettingsWindowController::SettingsWindowController(Dependencies dependencies)
     : deps_(std::move(dependencies)),
       enumerator_(deps_.windowList, deps_.displays, deps_.workspace, deps_.ownItems),
       capture_(deps_.screenCapture, deps_.displays), icons_(deps_.workspace, deps_.symbols),
-      reporter_(deps_.accessibility, deps_.workspace), menuBar_{enumerator_,
-                                                                capture_,
-                                                                icons_,
-                                                                reporter_,
-                                                                deps_.process.processIdentifier(),
-                                                                deps_.controlItemManager} {}
+      reporter_(deps_.accessibility, deps_.workspace),
+      hosted_(deps_.menuBarHost, deps_.windowList, deps_.workspace),
+      menuBar_{enumerator_,
+               capture_,
+               icons_,
+               reporter_,
+               hosted_,
+               deps_.process.processIdentifier(),
+               deps_.controlItemManager} {}
 
 SettingsWindowController::~SettingsWindowController() = default;
 

@@ -3,6 +3,7 @@
 #include "core/app/AppDelegate.hpp"
 #include "core/menubar/AXResolver.hpp"
 #include "core/menubar/AppIcon.hpp"
+#include "core/menubar/HostedItemEnumerator.hpp"
 #include "core/menubar/ItemEnumerator.hpp"
 #include "core/menubar/ItemImageCapture.hpp"
 #include "core/ports/DisplayGeometry.hpp"
@@ -46,6 +47,7 @@ public:
         const WindowListSource& windowList;
         const Workspace& workspace;
         const SymbolImages& symbols;
+        const MenuBarHostReader& menuBarHost;
         std::function<std::shared_ptr<ControlItemManager>()> controlItemManager;
         OwnItemFrames ownItems;
     };
@@ -92,6 +94,7 @@ private:
     ItemImageCapture capture_;
     AppIcon icons_;
     AXResolver reporter_;
+    HostedItemEnumerator hosted_;
     MenuBarAccess menuBar_;
     std::shared_ptr<SettingsWindow> window_;
     std::unique_ptr<SettingsView> view_;
