@@ -76,12 +76,13 @@ class ButtonlessStatusBar : public StatusBarHost {
 public:
     struct Item : StatusItem {
         double length_ = 0.0;
-        std::string autosaveName;
+        std::string name;
         int buttonChanges = 0;
 
         double length() const override { return length_; }
         void setLength(double length) override { length_ = length; }
-        void setAutosaveName(const std::string& name) override { autosaveName = name; }
+        void setAutosaveName(const std::string& newName) override { name = newName; }
+        std::string autosaveName() const override { return name; }
         bool hasButton() const override { return false; }
         void setImage(const std::optional<SymbolImage>&) override { ++buttonChanges; }
         void setToolTip(const std::optional<std::string>&) override { ++buttonChanges; }
@@ -112,7 +113,7 @@ TEST(SpacerManager, ItemsWithoutAButtonAreNamedButGetNoImageOrToolTip) {
     SpacerManager spacers(bar);
     spacers.setCount(1);
     ASSERT_EQ(bar.items.size(), 1u);
-    EXPECT_EQ(bar.items[0]->autosaveName, "quillet.spacer0");
+    EXPECT_EQ(bar.items[0]->autosaveName(), "quillet.spacer0");
     EXPECT_EQ(bar.items[0]->length(), 22.0);
     EXPECT_EQ(bar.items[0]->buttonChanges, 0);
 }

@@ -174,8 +174,7 @@ bool ControlItemManager::addExtraSeparators() {
     const std::size_t needed = hostedSeparatorsNeeded(enumerator_.activeDisplayBounds());
     bool added = false;
     while (1 + extraSeparators_.size() < needed) {
-        auto extra =
-            deps_.statusBar.createStatusItem(extraSeparatorLength(extraSeparators_.size()));
+        auto extra = ownItems_.createStatusItem(extraSeparatorLength(extraSeparators_.size()));
         extra->setAutosaveName(std::string(kSeparatorName) + "." +
                                std::to_string(extraSeparators_.size() + 2));
         if (extra->hasButton()) {

@@ -257,8 +257,7 @@ std::optional<WindowID> ControlItemManager::controlWID(std::string_view name,
             return item.windowID;
         }
     }
-    const auto untitled = ownItemByFrame(name, raw);
-    return untitled && onDisplay(*untitled) ? std::optional(untitled->windowID) : std::nullopt;
+    return std::nullopt;
 }
 
 std::optional<std::size_t>

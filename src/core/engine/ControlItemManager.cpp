@@ -47,11 +47,13 @@ std::shared_ptr<ControlItemManager> ControlItemManager::make(Dependencies depend
 // Created in this order so that, where the system remembers no positions, they line up from
 // left to right as the zones need them.
 ControlItemManager::ControlItemManager(Dependencies dependencies)
-    : deps_(std::move(dependencies)), enumerator_(deps_.windows, deps_.displays, deps_.workspace),
+    : deps_(std::move(dependencies)), ownItems_(deps_.statusBar, deps_.displays),
+      enumerator_(deps_.windows, deps_.displays, deps_.workspace,
+                  [this] { return ownItems_.windowServerFrames(); }),
       accessibilityFrames_(deps_.accessibility, deps_.workspace),
-      alwaysSeparatorItem_(deps_.statusBar.createStatusItem(kVariableStatusItemLength)),
-      separatorItem_(deps_.statusBar.createStatusItem(kVariableStatusItemLength)),
-      toggleItem_(deps_.statusBar.createStatusItem(kVariableStatusItemLength)),
+      alwaysSeparatorItem_(ownItems_.createStatusItem(kVariableStatusItemLength)),
+      separatorItem_(ownItems_.createStatusItem(kVariableStatusItemLength)),
+      toggleItem_(ownItems_.createStatusItem(kVariableStatusItemLength)),
       moveAccess_(deps_.input, deps_.workspace, deps_.log, [this] { rearrangeAfterGrant(); }) {
     assertMainThread();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/engine/ItemMover.hpp"
+#include "core/engine/OwnStatusItems.hpp"
 #include "core/engine/PostEventAccessWatch.hpp"
 #include "core/engine/ToggleClickWatch.hpp"
 #include "core/menubar/AXResolver.hpp"
@@ -303,12 +304,9 @@ private:
     std::optional<Rect> frameOf(WindowID window) const;
 
     // Working without the privacy grants (ControlItemManager+Permissions.cpp).
-    // The window among `items` that shows our control item `name`, found by where AppKit has put
-    // the item, for when the window list gives our windows no titles.
-    std::optional<MenuBarItem> ownItemByFrame(std::string_view name,
-                                              const std::vector<MenuBarItem>& items) const;
     // The items of the main display, left to right, with our control items marked as ours and
-    // named by their autosave names even where the window list withholds their titles.
+    // named by their autosave names even where the window list withholds their titles (the
+    // enumerator knows them by where AppKit put them).
     std::vector<MenuBarItem> mainDisplayItems() const;
     std::vector<MenuBarItem> mainDisplayItems(const BarReading& bar) const;
     bool controlItemsInOrder(const std::vector<MenuBarItem>& items) const;
@@ -386,6 +384,9 @@ private:
     Task<> hostedArrangement(bool nothingToHide);
 
     Dependencies deps_;
+    // Every status item the manager makes goes through it, so that each reading of the bar knows
+    // our windows without their titles.
+    OwnStatusItems ownItems_;
     ItemEnumerator enumerator_;
     AXResolver accessibilityFrames_;
     std::shared_ptr<StatusItem> alwaysSeparatorItem_;

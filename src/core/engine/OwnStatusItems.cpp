@@ -18,13 +18,13 @@ void OwnStatusItems::removeStatusItem(const std::shared_ptr<StatusItem>& item) {
     statusBar_.removeStatusItem(item);
 }
 
-std::vector<Rect> OwnStatusItems::windowServerFrames() const {
-    std::vector<Rect> frames;
+std::vector<OwnItemFrame> OwnStatusItems::windowServerFrames() const {
+    std::vector<OwnItemFrame> frames;
     for (const auto& weak : items_) {
         const auto item = weak.lock();
         const auto appKit = item ? item->windowFrame() : std::nullopt;
         if (const auto frame = appKit ? windowServerRect(displays_, *appKit) : std::nullopt) {
-            frames.push_back(*frame);
+            frames.push_back({item->autosaveName(), *frame});
         }
     }
     return frames;

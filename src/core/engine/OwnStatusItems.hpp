@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/menubar/ItemEnumerator.hpp"
 #include "core/ports/Geometry.hpp"
 #include "core/ports/StatusBarHost.hpp"
 
@@ -24,8 +25,8 @@ public:
     std::shared_ptr<StatusItem> createStatusItem(double length) override;
     void removeStatusItem(const std::shared_ptr<StatusItem>& item) override;
 
-    // The frames of our items that have a window, in the window server's coordinates.
-    std::vector<Rect> windowServerFrames() const;
+    // Our items that have a window, with their frames in the window server's coordinates.
+    std::vector<OwnItemFrame> windowServerFrames() const;
 
 private:
     StatusBarHost& statusBar_;

@@ -169,17 +169,21 @@ std::vector<MenuBarItem> ItemEnumerator::rawItems(Pid ownPID) const {
 
 // Without the Screen Recording grant the window list of macOS 26 names no status item and gives
 // Control Center as the owner of every one, ours included; where AppKit put our items then tells
-// them apart, so that no listing offers our separators or the toggle as another application's
-// items. With every window titled there is nothing to ask.
+// them apart and names them, so that no listing offers our separators or the toggle as another
+// application's items, and every lookup of a border by name finds it. With every window titled
+// there is nothing to ask.
 void ItemEnumerator::markUntitledOwnItems(std::vector<MenuBarItem>& items) const {
     if (!ownItems_ || std::ranges::all_of(items, [](const MenuBarItem& item) {
             return item.windowName.has_value();
         })) {
         return;
     }
-    for (const Rect& frame : ownItems_()) {
-        if (const auto own = itemListedAt(items, frame)) {
-            items[*own].isOwnControlItem = true;
+    for (const OwnItemFrame& own : ownItems_()) {
+        if (const auto listed = itemListedAt(items, own.frame)) {
+            items[*listed].isOwnControlItem = true;
+            if (!items[*listed].windowName) {
+                items[*listed].windowName = own.autosaveName;
+            }
         }
     }
 }

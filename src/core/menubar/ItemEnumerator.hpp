@@ -5,6 +5,7 @@
 #include "core/ports/Geometry.hpp"
 
 #include <functional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -14,8 +15,12 @@ class AXResolver;
 class DisplayGeometry;
 class WindowListSource;
 
-// Where Quillet's own status items are, in the window server's coordinates.
-using OwnItemFrames = std::function<std::vector<Rect>()>;
+// Where one of Quillet's own status items is, in the window server's coordinates.
+struct OwnItemFrame {
+    std::string autosaveName;
+    Rect frame;
+};
+using OwnItemFrames = std::function<std::vector<OwnItemFrame>()>;
 
 // The one way to list menu bar items: every plausible item window, the main display's items left
 // to right, or one entry per logical item. Nothing is cached; every call reads the window list

@@ -59,6 +59,8 @@ public:
     virtual double length() const = 0;
     virtual void setLength(double length) = 0;
     virtual void setAutosaveName(const std::string& name) = 0;
+    // Empty until one is set.
+    virtual std::string autosaveName() const = 0;
 
     // Button properties; items without a button ignore them.
     virtual bool hasButton() const = 0;

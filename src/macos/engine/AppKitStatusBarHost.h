@@ -22,6 +22,7 @@ public:
     double length() const override;
     void setLength(double length) override;
     void setAutosaveName(const std::string& name) override;
+    std::string autosaveName() const override;
 
     bool hasButton() const override;
     void setImage(const std::optional<SymbolImage>& image) override;

@@ -72,6 +72,10 @@ void AppKitStatusItem::setLength(double length) {
     [item_ setLength:length];
 }
 
+std::string AppKitStatusItem::autosaveName() const {
+    return utf8String([item_ autosaveName]).value_or(std::string());
+}
+
 void AppKitStatusItem::setAutosaveName(const std::string& name) {
     [item_ setAutosaveName:nsString(name)];
 }

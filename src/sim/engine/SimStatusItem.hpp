@@ -45,7 +45,7 @@ public:
     bool isInBar() const;
 
     WindowID window() const { return window_; }
-    const std::string& autosaveName() const { return autosaveName_; }
+    std::string autosaveName() const override { return autosaveName_; }
     const std::optional<SymbolImage>& image() const { return image_; }
     const std::optional<std::string>& toolTip() const { return toolTip_; }
     std::uint64_t sendActionOnMask() const { return actionMask_; }
